@@ -1,0 +1,136 @@
+#include "ip/IpTables.h"
+
+#include "ip/IpFill.h"
+#include "ip/detail/Layouts.h"
+#include "ip/detail/Memory.h"
+#include "ip/detail/Units.h"
+
+#include <algorithm>
+#include <numeric>
+
+std::uint8_t unityLut8[256];
+std::uint16_t unityLut10[1024];
+std::uint32_t g_blackYUYV8, g_blackUYVY8;
+std::uint32_t g_blackY10, g_blackU10, g_blackV10;
+std::uint32_t g_blackV210Even[2], g_blackV210Odd[2];
+std::uint8_t g_blackScanChar4[kIpBlackScanPixels * 4];
+std::uint8_t g_blackScanShort4[kIpBlackScanPixels * 8];
+std::uint8_t g_blackScanFloat4[kIpBlackScanPixels * 16];
+std::uint8_t g_blackScanYUYV8[kIpBlackScanPixels * 2];
+std::uint8_t g_blackScanUYVY8[kIpBlackScanPixels * 2];
+std::uint8_t g_blackScanV210[(kIpBlackScanPixels + 5) / 6 * 16];
+
+namespace {
+
+using namespace zel::ip;
+
+void InitBlack8() {
+    unsigned char y, cb, cr;
+    IpRGBToYUV8(&y, &cb, &cr, 0, 0, 0, true);
+    g_blackYUYV8 = PackBytes(y, cb, y, cr);
+    g_blackUYVY8 = PackBytes(cb, y, cr, y);
+}
+
+void InitBlack10() {
+    IpRGBToYUV10(&g_blackY10, &g_blackU10, &g_blackV10, 0, 0, 0, true);
+    std::ranges::copy(PackV210Pair(g_blackY10, g_blackU10, g_blackV10), g_blackV210Even);
+    std::ranges::copy(PackV210Pair(g_blackY10, g_blackV10, g_blackU10), g_blackV210Odd);
+}
+
+void InitBlackScans() {
+    const struct {
+        IpScanFillFn* fill;
+        void* scan;
+    } lines[] = {
+        {IpScan_Fill_RGBA8, g_blackScanChar4},        {IpScan_Fill_RGBA16, g_blackScanShort4},
+        {IpScan_Fill_BGRA32Float, g_blackScanFloat4}, {IpScan_Fill_YUYV8, g_blackScanYUYV8},
+        {IpScan_Fill_UYVY8, g_blackScanUYVY8},        {IpScan_Fill_v210, g_blackScanV210},
+    };
+    for (const auto& line : lines) line.fill(line.scan, 0, kIpBlackScanPixels, 0, 0, 0, 0, false);
+}
+
+}  // namespace
+
+void IpInitialize() {
+    std::iota(std::begin(unityLut8), std::end(unityLut8), std::uint8_t{0});
+    std::iota(std::begin(unityLut10), std::end(unityLut10), std::uint16_t{0});
+    InitBlack8();
+    InitBlack10();
+    InitBlackScans();
+}
+
+void IpFinalize() {}
+
+void* IpScan_Black_Char4() { return g_blackScanChar4; }
+void* IpScan_Black_Short4() { return g_blackScanShort4; }
+void* IpScan_Black_Float4() { return g_blackScanFloat4; }
+void* IpScan_Black_YUYV8() { return g_blackScanYUYV8; }
+void* IpScan_Black_UYVY8() { return g_blackScanUYVY8; }
+void* IpScan_Black_v210() { return g_blackScanV210; }
+
+int IpScan_Pitch_Char4(int width) { return width * 4; }
+int IpScan_Pitch_Short4(int width) { return width * 8; }
+int IpScan_Pitch_Float4(int width) { return width * 16; }
+int IpScan_Pitch_YUYV8(int width) { return width * 2; }
+int IpScan_Pitch_UYVY8(int width) { return IpScan_Pitch_YUYV8(width); }
+
+// Deliberate: four units per six pixels, truncated. docs/quirks.md, "v210 pitch".
+int IpScan_Pitch_v210(int width) { return width * 4 / 6; }
+
+void IpScan_Black_RGBA8(void* scan, int start, int count) {
+    FillUnits(scan, start, count, std::uint32_t{0});
+}
+void IpScan_Black_BGRA8(void* scan, int start, int count) {
+    IpScan_Black_RGBA8(scan, start, count);
+}
+void IpScan_Black_ARGB8(void* scan, int start, int count) {
+    IpScan_Black_RGBA8(scan, start, count);
+}
+void IpScan_Black_DpxLe(void* scan, int start, int count) {
+    IpScan_Black_RGBA8(scan, start, count);
+}
+void IpScan_Black_DpxBe(void* scan, int start, int count) {
+    IpScan_Black_RGBA8(scan, start, count);
+}
+
+// Deliberate: `start` counts 4-byte words here too. docs/quirks.md, "blacker start".
+void IpScan_Black_RGBA16(void* scan, int start, int count) {
+    FillUnits(scan, start, std::ptrdiff_t{2} * count, std::uint32_t{0});
+}
+void IpScan_Black_BGRA16(void* scan, int start, int count) {
+    IpScan_Black_RGBA16(scan, start, count);
+}
+void IpScan_Black_ARGB16(void* scan, int start, int count) {
+    IpScan_Black_RGBA16(scan, start, count);
+}
+
+// Deliberate: clears twice the pixels asked for. docs/quirks.md, "RGB10 blacker".
+void IpScan_Black_RGB10(void* scan, int start, int count) {
+    IpScan_Black_RGBA16(scan, start, count);
+}
+
+void IpScan_Black_YUYV8(void* scan, int start, int count) {
+    FillUnits(scan, start, count / 2, g_blackYUYV8);
+}
+void IpScan_Black_UYVY8(void* scan, int start, int count) {
+    FillUnits(scan, start, count / 2, g_blackUYVY8);
+}
+
+void IpScan_Black_BGRA32Float(void* scan, int start, int count) {
+    FillUnits(scan, start, count, std::array<float, 4>{});
+}
+
+void IpScan_Black_v210(void* scan, int start, int count) {
+    const auto &even = g_blackV210Even, &odd = g_blackV210Odd;
+    FillUnits(scan, start / 6, count / 6, std::array{even[0], even[1], odd[0], odd[1]});
+}
+
+bool IpScan_Capable(int, int) { return false; }
+
+void IpScan_Swap(int* a, int* b, int byteCount) {
+    for (int i = 0; i < byteCount / 4; ++i) {
+        const auto wordOfA = LoadAt<std::uint32_t>(a, i);
+        StoreAt(a, i, LoadAt<std::uint32_t>(b, i));
+        StoreAt(b, i, wordOfA);
+    }
+}
