@@ -1,0 +1,67 @@
+#pragma once
+
+/// One effect in use: a loaded module taken through its life by the commands that an
+/// editor sends.
+
+#include "headless/Frame.h"
+#include "headless/HostRecords.h"
+#include "headless/Module.h"
+#include "headless/Parameters.h"
+
+#include <filesystem>
+#include <span>
+#include <string>
+
+namespace zel {
+
+/// What a render command came back with.
+struct RenderResult {
+    PF_Err code;
+    std::string message;  // left by the effect for the user; may be empty
+};
+
+class EffectSession {
+public:
+    /// Loads the module and sends GLOBAL_SETUP, PARAMS_SETUP, ABOUT and SEQUENCE_SETUP.
+    /// Throws Error(Module) when any of them fails.
+    EffectSession(const std::filesystem::path& module, Personality personality);
+
+    /// Sends SEQUENCE_SETDOWN and GLOBAL_SETDOWN.
+    ~EffectSession();
+
+    EffectSession(const EffectSession&) = delete;
+    EffectSession& operator=(const EffectSession&) = delete;
+
+    const std::filesystem::path& File() const { return m_module.File(); }
+    Personality Host() const { return m_personality; }
+
+    /// The effect's own name, from its About text: "ZEL Color Balance".
+    const std::string& Name() const { return m_name; }
+
+    const Parameters& Params() const { return m_registration.parameters; }
+
+    /// Pixel formats that the effect takes from this host, in its order of preference.
+    std::span<const PrPixelFormat> Formats() const { return m_registration.formats; }
+
+    /// Throws Error(Module) when Formats() does not hold `format`.
+    void RequireFormat(const FormatFacts& format) const;
+
+    /// Sends RENDER for one frame; both frames have one format and size. Under After
+    /// Effects the code may be 516 after a good render. Throws Error(Module) when an
+    /// exception leaves the effect. May run on several threads at once.
+    RenderResult Render(Frame& destination, Frame& source, const ParameterValues& values) const;
+
+private:
+    PF_Err Send(PF_Cmd command, PF_InData& in, PF_OutData& out, PF_ParamDef** params,
+                PF_LayerDef* output) const;
+    void SetUp();
+    void SetDown();
+
+    Module m_module;
+    Personality m_personality;
+    mutable Registration m_registration;  // mutable: effect_ref is a pointer to non-const
+    std::string m_name;
+    PF_OutData m_out{};
+};
+
+}  // namespace zel
