@@ -1,0 +1,107 @@
+#include "cli/EffectFinder.h"
+
+#include "headless/Error.h"
+#include "headless/Module.h"
+#include "headless/Text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <string>
+
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
+namespace zel {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+fs::path ProgramFolder() {
+#if defined(_WIN32)
+    wchar_t name[32768];
+    const DWORD length = GetModuleFileNameW(nullptr, name, 32768);
+    return fs::path(std::wstring(name, length)).parent_path();
+#else
+    std::error_code ignored;
+    return fs::read_symlink("/proc/self/exe", ignored).parent_path();
+#endif
+}
+
+std::vector<fs::path> SplitPathList(std::string_view list) {
+#if defined(_WIN32)
+    constexpr char separator = ';';
+#else
+    constexpr char separator = ':';
+#endif
+    std::vector<fs::path> folders;
+    while (!list.empty()) {
+        const std::string_view folder = list.substr(0, list.find(separator));
+        if (!folder.empty()) folders.emplace_back(folder);
+        list.remove_prefix(std::min(list.size(), folder.size() + 1));
+    }
+    return folders;
+}
+
+/// Letters and digits in lower case, without a leading "zel": "ZEL Color Balance" and
+/// "zel_color_balance" are both "colorbalance".
+std::string Folded(std::string_view name) {
+    std::string folded = Lower(name);
+    std::erase_if(folded, [](unsigned char c) { return !std::isalnum(c); });
+    return folded.starts_with("zel") ? folded.substr(3) : folded;
+}
+
+bool LooksLikeFile(std::string_view effect) {
+    return effect.ends_with(Module::kSuffix) || fs::is_regular_file(effect) ||
+           effect.starts_with("./") || effect.starts_with("../") || effect.starts_with("/");
+}
+
+}  // namespace
+
+std::vector<fs::path> ModuleFolders() {
+    std::vector<fs::path> folders;
+    if (const char* list = std::getenv("ZELFX_PATH")) folders = SplitPathList(list);
+    folders.push_back(ProgramFolder() / "modules");
+    folders.push_back(ProgramFolder().parent_path() / "lib" / "zelfx" / "modules");
+    return folders;
+}
+
+std::vector<fs::path> ModuleFiles() {
+    std::vector<fs::path> files;
+    for (const fs::path& folder : ModuleFolders()) {
+        std::vector<fs::path> found;
+        std::error_code ignored;
+        for (const auto& entry : fs::directory_iterator(folder, ignored))
+            if (entry.path().extension() == Module::kSuffix) found.push_back(entry.path());
+        std::ranges::sort(found);
+        for (const fs::path& file : found)
+            if (std::ranges::none_of(
+                    files, [&](const fs::path& f) { return f.filename() == file.filename(); }))
+                files.push_back(file);
+    }
+    return files;
+}
+
+fs::path FindModule(std::string_view effect) {
+    if (LooksLikeFile(effect)) return fs::path(effect);
+    std::vector<std::string> names;
+    for (const fs::path& file : ModuleFiles()) {
+        const std::string stem = file.stem().string();
+        if (Folded(stem) == Folded(effect)) return file;
+        names.push_back(stem.starts_with("zel_") ? stem.substr(4) : stem);
+    }
+    if (names.empty()) {
+        std::vector<std::string> folders;
+        for (const fs::path& folder : ModuleFolders())
+            folders.push_back("'" + folder.string() + "'");
+        throw Error(ErrorKind::Module, "no effect '" + std::string(effect) +
+                                           "': there are no modules in " + Alternatives(folders) +
+                                           "; set ZELFX_PATH to their folder");
+    }
+    throw Error(ErrorKind::Module, "no effect '" + std::string(effect) + "'; did you mean " +
+                                       Alternatives(Nearest(effect, names, 4)) + "?");
+}
+
+}  // namespace zel

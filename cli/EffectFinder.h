@@ -1,0 +1,24 @@
+#pragma once
+
+/// Looking for effect modules.
+
+#include <filesystem>
+#include <string_view>
+#include <vector>
+
+namespace zel {
+
+/// Folders in which modules are looked for, in this order: those of the environment
+/// variable ZELFX_PATH, `modules` beside the program, `lib/zelfx/modules` of the
+/// install prefix.
+std::vector<std::filesystem::path> ModuleFolders();
+
+/// Every module file in those folders, by name; of two with one name the first.
+std::vector<std::filesystem::path> ModuleFiles();
+
+/// The module for what a person typed: a path of a file, the file's name with or
+/// without "zel_" and suffix, or the effect's own name; case, blanks and punctuation do
+/// not count. Throws Error(Module) with the names that there are.
+std::filesystem::path FindModule(std::string_view effect);
+
+}  // namespace zel

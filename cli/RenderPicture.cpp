@@ -1,0 +1,101 @@
+#include "cli/RenderPicture.h"
+
+#include "abi/HostCodes.h"
+#include "cli/picture/Pixels.h"
+#include "headless/Error.h"
+
+#include <algorithm>
+
+namespace zel {
+
+namespace {
+
+SampleType SampleFor(Depth depth) {
+    switch (depth) {
+        case Depth::U8: return SampleType::U8;
+        case Depth::U10:
+        case Depth::U12:
+        case Depth::U16: return SampleType::U16;
+        default: return SampleType::Float;
+    }
+}
+
+const FormatFacts* PreferredFormat(const EffectSession& session, SampleType sample) {
+    for (const PrPixelFormat code : session.Formats())
+        for (const FormatFacts& facts : KnownFormats())
+            if (facts.code == code && facts.sample == sample) return &facts;
+    return nullptr;
+}
+
+/// Throws unless the frame was rendered. Under After Effects 516 comes after a good
+/// render: the effect reports the suite that After Effects does not have.
+void RequireRendered(const EffectSession& session, const RenderResult& result) {
+    const bool harmless =
+        session.Host() == Personality::AfterEffects && result.code == PF_Err_BAD_CALLBACK_PARAM;
+    if (result.code == PF_Err_NONE || harmless) return;
+    throw Error(ErrorKind::Module, session.Name() + " refused the frame with " +
+                                       std::to_string(result.code) +
+                                       (result.message.empty() ? "" : ": " + result.message));
+}
+
+std::optional<DpxTags> TagsFor(const PictureHeader& source, const RenderOptions& options) {
+    if (!options.bigEndian && !options.transfer) return std::nullopt;
+    DpxTags tags = source.dpx.value_or(DpxTags{});
+    tags.bigEndian = options.bigEndian.value_or(tags.bigEndian);
+    tags.transfer = options.transfer.value_or(tags.transfer);
+    return tags;
+}
+
+}  // namespace
+
+const FormatFacts& FormatFor(const EffectSession& session, Depth depth) {
+    const SampleType sample = SampleFor(depth);
+    if (const FormatFacts* format = PreferredFormat(session, sample)) return *format;
+    // After Effects hands this effect no float frames; it narrows them to 16 bits.
+    if (sample == SampleType::Float)
+        if (const FormatFacts* format = PreferredFormat(session, SampleType::U16)) return *format;
+    throw Error(ErrorKind::Module,
+                session.Name() + " takes no frames of " + NameOf(depth) + "-bit samples");
+}
+
+RenderReport RenderPicture(const EffectSession& session, const ParameterValues& values,
+                           const std::filesystem::path& in, const std::filesystem::path& out,
+                           const RenderOptions& options) {
+    PictureReader reader(in);
+    const PictureHeader& header = reader.Header();
+    const FormatFacts& format = options.format ? *options.format : FormatFor(session, header.depth);
+    session.RequireFormat(format);
+    const bool editorRange = options.editorRange && format.sample == SampleType::U16;
+
+    RenderReport report{};
+    report.format = &format;
+    report.width = header.width;
+    report.height = header.height;
+    report.depth = DepthFor(out, options.depth.value_or(header.depth));
+    report.floatNarrowed = SampleFor(header.depth) == SampleType::Float && !options.format &&
+                           format.sample != SampleType::Float;
+
+    Frame source(format.code, header.width, header.height);
+    reader.Read(source);
+    if (format.sample == SampleType::Float) {
+        report.clipped = CountOutsideUnit(source);
+        report.samples = std::uint64_t{3} * static_cast<std::uint64_t>(header.width) *
+                         static_cast<std::uint64_t>(header.height);
+    }
+    if (editorRange) ToEditorScale(source);
+
+    Frame destination(format.code, header.width, header.height);
+    report.effect = session.Render(destination, source, values);
+    RequireRendered(session, report.effect);
+
+    if (!options.moduleAlpha) CopyAlpha(destination, source);
+    if (editorRange) FromEditorScale(destination);
+
+    const bool wantsAlpha = header.hasAlpha || options.moduleAlpha;
+    report.alphaDropped = wantsAlpha && !HoldsAlpha(out);
+    WritePicture(out, destination, header,
+                 {.depth = report.depth, .alpha = wantsAlpha, .dpx = TagsFor(header, options)});
+    return report;
+}
+
+}  // namespace zel

@@ -1,0 +1,33 @@
+#pragma once
+
+/// The header fields of a DPX file that say how its codes are meant. The picture
+/// library reads and writes only some of their values, so they are taken from and put
+/// into the file itself. Offsets and values: SMPTE 268M.
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace zel {
+
+struct DpxTags {
+    bool bigEndian = true;
+    std::uint8_t transfer = 255;  // 2 linear, 3 logarithmic, ..., 255 undefined
+    std::uint8_t colorimetric = 255;
+};
+
+/// The tags of a DPX file; null when the file is none.
+std::optional<DpxTags> ReadDpxTags(const std::filesystem::path& file);
+
+/// Puts transfer and colorimetric tag into a DPX file. Throws Error(Other).
+void WriteDpxTags(const std::filesystem::path& file, const DpxTags& tags);
+
+/// "log", "linear", "rec709", ...; null for another text.
+std::optional<std::uint8_t> DpxTransferNamed(std::string_view name);
+
+/// The names that DpxTransferNamed() takes: "undefined, printing, ...".
+std::string DpxTransferNames();
+
+}  // namespace zel

@@ -1,0 +1,293 @@
+/// Picture files through OpenImageIO.
+
+#include "cli/picture/Picture.h"
+#include "cli/picture/Pixels.h"
+#include "cli/picture/QuietLibraries.h"
+#include "cli/picture/TemporaryFile.h"
+#include "headless/Error.h"
+#include "headless/Text.h"
+
+#include <OpenImageIO/imageio.h>
+
+#include <algorithm>
+#include <array>
+#include <system_error>
+#include <vector>
+
+namespace zel {
+
+namespace fs = std::filesystem;
+
+struct PictureAttributes {
+    OIIO::ImageSpec spec;
+};
+
+struct PictureReader::Impl {
+    std::unique_ptr<OIIO::ImageInput> file;
+    std::array<int, 4> channel{};  // of the file: red, green, blue, alpha; -1 where absent
+    bool associated = false;       // colours are multiplied with alpha
+};
+
+namespace {
+
+// --- kinds of file and of sample ------------------------------------------------
+
+struct DepthFacts {
+    Depth depth;
+    const char* name;
+    OIIO::TypeDesc::BASETYPE type;
+    int bits;
+};
+
+// clang-format off
+constexpr DepthFacts kDepths[] = {
+    {Depth::U8,    "8",     OIIO::TypeDesc::UINT8,  8},
+    {Depth::U10,   "10",    OIIO::TypeDesc::UINT16, 10},
+    {Depth::U12,   "12",    OIIO::TypeDesc::UINT16, 12},
+    {Depth::U16,   "16",    OIIO::TypeDesc::UINT16, 16},
+    {Depth::Half,  "half",  OIIO::TypeDesc::HALF,   16},
+    {Depth::Float, "float", OIIO::TypeDesc::FLOAT,  32},
+};
+
+enum class Alpha { None, Straight, Associated };
+
+/// What a type of file can hold, best depth last.
+struct FileType {
+    std::string_view suffix;
+    std::vector<Depth> depths;
+    Alpha alpha;
+};
+
+const FileType kFileTypes[] = {
+    {".png",  {Depth::U8, Depth::U16},                         Alpha::Straight},
+    {".tif",  {Depth::U8, Depth::U16, Depth::Half, Depth::Float}, Alpha::Straight},
+    {".tiff", {Depth::U8, Depth::U16, Depth::Half, Depth::Float}, Alpha::Straight},
+    {".exr",  {Depth::Half, Depth::Float},                     Alpha::Associated},
+    {".dpx",  {Depth::U8, Depth::U10, Depth::U12, Depth::U16}, Alpha::Straight},
+    {".jpg",  {Depth::U8},                                     Alpha::None},
+    {".jpeg", {Depth::U8},                                     Alpha::None},
+};
+// clang-format on
+
+const DepthFacts& FactsOf(Depth depth) {
+    return *std::ranges::find(kDepths, depth, &DepthFacts::depth);
+}
+
+const FileType& TypeOf(const fs::path& file) {
+    const auto* type =
+        std::ranges::find(kFileTypes, Lower(file.extension().string()), &FileType::suffix);
+    if (type == std::end(kFileTypes))
+        throw Error(ErrorKind::Usage, "cannot write '" + file.string() +
+                                          "': the suffix must be .png, .tif, " +
+                                          ".tiff, .exr, .dpx, .jpg or .jpeg");
+    return *type;
+}
+
+OIIO::TypeDesc TypeDescOf(SampleType type) {
+    return type == SampleType::U8    ? OIIO::TypeDesc::UINT8
+           : type == SampleType::U16 ? OIIO::TypeDesc::UINT16
+                                     : OIIO::TypeDesc::FLOAT;
+}
+
+Depth DepthOf(const OIIO::ImageSpec& spec) {
+    switch (spec.format.basetype) {
+        case OIIO::TypeDesc::UINT8:
+        case OIIO::TypeDesc::INT8: return Depth::U8;
+        case OIIO::TypeDesc::HALF: return Depth::Half;
+        case OIIO::TypeDesc::FLOAT:
+        case OIIO::TypeDesc::DOUBLE: return Depth::Float;
+        default: {
+            const int bits = spec.get_int_attribute("oiio:BitsPerSample", 16);
+            return bits == 10 ? Depth::U10 : bits == 12 ? Depth::U12 : Depth::U16;
+        }
+    }
+}
+
+/// Error texts of the library may have several lines, the first of which says most.
+std::string OneLine(const std::string& text) {
+    const std::string first = text.substr(0, text.find('\n'));
+    return first.empty() ? "no reason given" : first;
+}
+
+[[noreturn]] void FailToRead(const fs::path& file, const std::string& why) {
+    throw Error(ErrorKind::Input, "cannot read '" + file.string() + "': " + why);
+}
+
+[[noreturn]] void FailToWrite(const fs::path& file, const std::string& why) {
+    throw Error(ErrorKind::Other, "cannot write '" + file.string() + "': " + why);
+}
+
+/// Channels of the file that hold red, green, blue and alpha, by name where the names
+/// tell, else by position.
+std::array<int, 4> ColourChannels(const OIIO::ImageSpec& spec) {
+    const int alpha = spec.alpha_channel;
+    if (spec.nchannels < 3) {
+        const int grey = alpha == 0 ? 1 : 0;
+        return {grey, grey, grey, alpha};
+    }
+    std::array<int, 4> channel{spec.channelindex("R"), spec.channelindex("G"),
+                               spec.channelindex("B"), alpha};
+    if (channel[0] < 0 || channel[1] < 0 || channel[2] < 0) channel = {0, 1, 2, alpha};
+    return channel;
+}
+
+}  // namespace
+
+const char* NameOf(Depth depth) { return FactsOf(depth).name; }
+
+std::optional<Depth> DepthNamed(std::string_view name) {
+    for (const DepthFacts& facts : kDepths)
+        if (Lower(name) == facts.name) return facts.depth;
+    return std::nullopt;
+}
+
+// --- reading --------------------------------------------------------------------
+
+PictureReader::PictureReader(const fs::path& file) : m_impl(std::make_unique<Impl>()) {
+    std::error_code ignored;
+    if (!fs::exists(file, ignored)) FailToRead(file, "there is no such file");
+    if (fs::is_directory(file, ignored)) FailToRead(file, "it is a folder, not a picture");
+
+    const QuietLibraries quiet;
+    OIIO::ImageSpec straight;
+    straight["oiio:UnassociatedAlpha"] = 1;
+    m_impl->file = OIIO::ImageInput::open(file.string(), &straight);
+    if (!m_impl->file)
+        FailToRead(file, "it is no picture of a known type (" + OneLine(OIIO::geterror()) + ")");
+
+    const OIIO::ImageSpec& spec = m_impl->file->spec();
+    if (spec.depth > 1) FailToRead(file, "it is a volume, not a picture");
+    m_impl->channel = ColourChannels(spec);
+    m_header.file = file;
+    m_header.width = spec.width;
+    m_header.height = spec.height;
+    m_header.hasAlpha = m_impl->channel[3] >= 0;
+    m_header.depth = DepthOf(spec);
+    m_header.dpx = ReadDpxTags(file);
+    m_header.attributes = std::make_shared<PictureAttributes>(PictureAttributes{spec});
+    m_impl->associated =
+        m_header.hasAlpha && spec.get_int_attribute("oiio:UnassociatedAlpha") == 0 && !m_header.dpx;
+}
+
+PictureReader::~PictureReader() = default;
+
+void PictureReader::Read(Frame& to) {
+    std::array<int, 4> position = m_impl->channel;
+    const auto [first, last] = [&] {
+        int low = position[0], high = position[0];
+        for (const int c : position)
+            if (c >= 0) low = std::min(low, c), high = std::max(high, c);
+        return std::pair{low, high};
+    }();
+    const OIIO::stride_t pixel = to.Format().BytesPerPixel();
+    const QuietLibraries quiet;
+    const auto read = [&](int begin, int end, int element) {
+        if (!m_impl->file->read_image(0, 0, begin, end, TypeDescOf(to.Format().sample),
+                                      to.Row(0) + element * BytesOf(to.Format().sample), pixel,
+                                      to.RowBytes()))
+            FailToRead(m_header.file,
+                       "it breaks off or is damaged (" + OneLine(m_impl->file->geterror()) + ")");
+    };
+    if (last - first < 4) {  // the usual case: one pass over the file
+        read(first, last + 1, 0);
+        for (int& p : position)
+            if (p >= 0) p -= first;
+    } else {
+        for (int k = 0; k < 4; ++k)
+            if (int& p = position[static_cast<std::size_t>(k)]; p >= 0) read(p, p + 1, k), p = k;
+    }
+    Rearrange(to, position);
+    if (m_impl->associated) Unassociate(to);
+}
+
+// --- writing --------------------------------------------------------------------
+
+Depth DepthFor(const fs::path& file, Depth wish) {
+    const std::vector<Depth>& held = TypeOf(file).depths;
+    if (std::ranges::find(held, wish) != held.end()) return wish;
+    // The first that loses nothing, else the best there is.
+    const auto enough = std::ranges::find_if(held, [=](Depth d) { return d >= wish; });
+    return enough == held.end() ? held.back() : *enough;
+}
+
+bool HoldsAlpha(const fs::path& file) { return TypeOf(file).alpha != Alpha::None; }
+
+namespace {
+
+OIIO::ImageSpec SpecFor(const FileType& type, const Frame& frame, const PictureHeader& source,
+                        const DepthFacts& depth, int channels, const DpxTags& dpx) {
+    OIIO::ImageSpec spec = source.attributes ? source.attributes->spec : OIIO::ImageSpec();
+    const bool sameSize = spec.width == frame.Width() && spec.height == frame.Height();
+    const OIIO::ImageSpec fresh(frame.Width(), frame.Height(), channels, depth.type);
+    if (!sameSize) spec.x = spec.y = spec.full_x = spec.full_y = 0;
+    if (!sameSize) spec.full_width = frame.Width(), spec.full_height = frame.Height();
+    spec.width = frame.Width();
+    spec.height = frame.Height();
+    spec.tile_width = spec.tile_height = spec.tile_depth = 0;
+    spec.nchannels = channels;
+    spec.channelnames = fresh.channelnames;
+    spec.channelformats.clear();
+    spec.alpha_channel = fresh.alpha_channel;
+    spec.format = depth.type;
+    spec["oiio:BitsPerSample"] = depth.bits;
+    if (type.alpha == Alpha::Straight) spec["oiio:UnassociatedAlpha"] = 1;
+    if (type.suffix == ".dpx") {
+        spec["oiio:Endian"] = dpx.bigEndian ? "big" : "little";
+        spec.erase_attribute("oiio:ColorSpace");  // the tags say it
+    }
+    if (type.alpha == Alpha::None && !spec.find_attribute("CompressionQuality"))
+        spec["CompressionQuality"] = 95;
+    return spec;
+}
+
+/// One row in the order R, G, B(, A) of a file.
+template <class T>
+void PackRow(const Frame& frame, int y, int channels, bool associate, std::vector<T>& row) {
+    const auto element = frame.Format().element;
+    const std::byte* from = frame.Row(y);
+    auto to = row.begin();
+    for (int x = 0; x < frame.Width(); ++x, from += 4 * sizeof(T)) {
+        std::array<T, 4> pixel;
+        std::memcpy(&pixel, from, sizeof pixel);
+        const auto sample = [&](int k) {
+            return pixel[static_cast<std::size_t>(element[static_cast<std::size_t>(k)])];
+        };
+        for (int k = 0; k < channels; ++k) {
+            *to++ = associate && k < 3 ? Multiplied(sample(k), sample(3)) : sample(k);
+        }
+    }
+}
+
+}  // namespace
+
+void WritePicture(const fs::path& file, const Frame& frame, const PictureHeader& source,
+                  const WriteOptions& options) {
+    const FileType& type = TypeOf(file);
+    const DepthFacts& depth = FactsOf(DepthFor(file, options.depth.value_or(source.depth)));
+    const int channels = options.alpha && type.alpha != Alpha::None ? 4 : 3;
+    const DpxTags dpx = options.dpx ? *options.dpx : source.dpx.value_or(DpxTags{});
+    const OIIO::ImageSpec spec = SpecFor(type, frame, source, depth, channels, dpx);
+
+    TemporaryFile temporary(file);
+    auto out = OIIO::ImageOutput::create(temporary.Path().string());
+    if (!out) FailToWrite(file, OneLine(OIIO::geterror()));
+    if (!out->open(temporary.Path().string(), spec)) FailToWrite(file, OneLine(out->geterror()));
+
+    const bool associate = type.alpha == Alpha::Associated && channels == 4;
+    const auto writeRows = [&](auto sample) {
+        using T = decltype(sample);
+        std::vector<T> row(static_cast<std::size_t>(frame.Width()) *
+                           static_cast<std::size_t>(channels));
+        for (int y = 0; y < frame.Height(); ++y) {
+            PackRow<T>(frame, y, channels, associate, row);
+            if (!out->write_scanline(spec.y + y, 0, OIIO::BaseTypeFromC<T>::value, row.data()))
+                FailToWrite(file, OneLine(out->geterror()));
+        }
+    };
+    WithSampleType(frame.Format().sample, writeRows);
+    if (!out->close()) FailToWrite(file, OneLine(out->geterror()));
+    if (type.suffix == ".dpx") WriteDpxTags(temporary.Path(), dpx);
+    temporary.Commit();
+}
+
+}  // namespace zel

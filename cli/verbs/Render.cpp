@@ -1,0 +1,115 @@
+/// zelfx render: a picture through an effect.
+
+#include "cli/EffectFinder.h"
+#include "cli/RenderPicture.h"
+#include "cli/verbs/Verbs.h"
+#include "headless/EffectSession.h"
+#include "headless/Error.h"
+#include "headless/Text.h"
+
+#include <iostream>
+
+namespace zel {
+
+namespace {
+
+// clang-format off
+constexpr Option kOptions[] = {
+    {"IN",            "",           "picture to read",                                        Option::Required},
+    {"OUT",           "",           "picture to write: .png .tif .exr .dpx .jpg",             Option::Required},
+    {"-e,--effect",   "EFFECT",     "effect name, module name or module file",                Option::Required},
+    {"-s,--set",      "NAME=VALUE", "a parameter, by path or id; may be repeated",            Option::Many},
+    {"--host",        "HOST",       "editor to play: premiere (default) or ae"},
+    {"--format",      "FORMAT",     "pixel format handed to the effect (default: by the depth of IN)"},
+    {"--depth",       "DEPTH",      "of OUT: 8, 10, 12, 16, half, float (default: as IN)"},
+    {"--alpha",       "WHICH",      "keep the source's (default), or take the module's"},
+    {"--range16",     "SCALE",      "16-bit white: full (65535, default) or ae (32768)"},
+    {"--endian",      "ORDER",      "of a DPX file: big or little (default: as IN, else big)"},
+    {"--transfer",    "TAG",        "of a DPX file: log, linear, rec709, ... (default: as IN)"},
+    {"-q,--quiet",    nullptr,      "print nothing but errors"},
+};
+// clang-format on
+
+[[noreturn]] void Reject(const std::string& option, const std::string& given,
+                         const std::string& wanted) {
+    throw Error(ErrorKind::Usage, "--" + option + " cannot be '" + given + "': it takes " + wanted);
+}
+
+/// True for `yes`, false for `no` and when the option is absent.
+bool Choice(const Arguments& arguments, const std::string& option, const std::string& no,
+            const std::string& yes) {
+    const std::string given = Lower(arguments.Last(option).value_or(no));
+    if (given != no && given != yes) Reject(option, given, no + " or " + yes);
+    return given == yes;
+}
+
+const FormatFacts* FormatOption(const Arguments& arguments) {
+    const auto given = arguments.Last("format");
+    if (!given) return nullptr;
+    if (const FormatFacts* format = FormatNamed(*given)) return format;
+    std::vector<std::string> names;
+    for (const FormatFacts& f : KnownFormats()) names.emplace_back(f.name);
+    Reject("format", *given, Alternatives(names));
+}
+
+RenderOptions OptionsFrom(const Arguments& arguments) {
+    RenderOptions options;
+    options.format = FormatOption(arguments);
+    options.moduleAlpha = Choice(arguments, "alpha", "keep", "module");
+    options.editorRange = Choice(arguments, "range16", "full", "ae");
+    if (const auto depth = arguments.Last("depth")) {
+        options.depth = DepthNamed(*depth);
+        if (!options.depth) Reject("depth", *depth, "8, 10, 12, 16, half or float");
+    }
+    if (arguments.Has("endian")) options.bigEndian = Choice(arguments, "endian", "little", "big");
+    if (const auto transfer = arguments.Last("transfer")) {
+        options.transfer = DpxTransferNamed(*transfer);
+        if (!options.transfer) Reject("transfer", *transfer, DpxTransferNames());
+    }
+    return options;
+}
+
+void PrintNotes(const RenderReport& report) {
+    const auto note = [](const std::string& text) { std::cerr << "zelfx: note: " << text << '\n'; };
+    if (report.effect.code != 0)
+        note("the effect rendered the frame and returned " + std::to_string(report.effect.code) +
+             " (\"" + report.effect.message + "\"), as it does in After Effects");
+    if (report.floatNarrowed)
+        note("After Effects hands this effect no float frames: the picture was taken in 16 bits");
+    if (report.clipped > 0)
+        note(std::to_string(report.clipped) + " of " + std::to_string(report.samples) +
+             " colour samples lie outside 0..1 and were clipped by the effect");
+    if (report.alphaDropped) note("pictures of this type hold no alpha: it was left out");
+}
+
+int Run(const Arguments& arguments) {
+    const RenderOptions options = OptionsFrom(arguments);
+    const Personality host = Choice(arguments, "host", "premiere", "ae") ? Personality::AfterEffects
+                                                                         : Personality::Premiere;
+    const std::string in = *arguments.Last("IN"), out = *arguments.Last("OUT");
+
+    const EffectSession session(FindModule(*arguments.Last("effect")), host);
+    ParameterValues values(session.Params());
+    for (const std::string& assignment : arguments.All("set")) values.Set(assignment);
+
+    const RenderReport report = RenderPicture(session, values, in, out, options);
+    if (arguments.Has("quiet")) return 0;
+    PrintNotes(report);
+    std::cout << out << ": " << report.width << " x " << report.height << ", "
+              << NameOf(report.depth) << (report.depth >= Depth::Half ? "" : " bit") << ", through "
+              << session.Name() << " as " << report.format->name << '\n';
+    return 0;
+}
+
+}  // namespace
+
+Verb RenderVerb() {
+    return {
+        "render", "Take a picture through an effect", kOptions,
+        "Example:\n"
+        "  zelfx render in.dpx out.dpx -e color_balance -s Highlights/Red=12.5 -s shadows.rgb=-5\n"
+        "Exit status: 0 done, 1 failed, 2 wrong usage, 3 unreadable input, 4 effect failed",
+        Run};
+}
+
+}  // namespace zel

@@ -1,0 +1,13 @@
+#pragma once
+
+/// The verbs of the program; each is defined in the file of its name.
+
+#include "cli/Options.h"
+
+namespace zel {
+
+Verb ListVerb();
+Verb DescribeVerb();
+Verb RenderVerb();
+
+}  // namespace zel
