@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Installs what building or testing needs on Debian 12, by package name; does nothing
+# for what is there already.
+#   tools/install-packages.sh build|test
+set -euo pipefail
+
+build=(g++ cmake ninja-build pkg-config libopenimageio-dev libcli11-dev nlohmann-json3-dev)
+test=(clang libclang-rt-14-dev clang-format g++-multilib binutils
+      libgtest-dev libbenchmark-dev
+      openimageio-tools imagemagick ffmpeg valgrind)
+
+case "${1:-}" in
+  build) wanted=("${build[@]}") ;;
+  test)  wanted=("${build[@]}" "${test[@]}") ;;
+  *)     echo "usage: tools/install-packages.sh build|test" >&2; exit 2 ;;
+esac
+
+installed() { [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
+
+missing=()
+for package in "${wanted[@]}"; do installed "$package" || missing+=("$package"); done
+if [ ${#missing[@]} -eq 0 ]; then
+  echo "packages: all ${#wanted[@]} are installed"
+  exit 0
+fi
+
+echo "packages: installing ${missing[*]}"
+as_root=()
+[ "$(id -u)" -eq 0 ] || as_root=(sudo)
+"${as_root[@]}" apt-get update -qq
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+  apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
