@@ -1,8 +1,6 @@
 #include "lut/CUtilLut.h"
 #include "lut/Numeric.h"
 
-#include <algorithm>
-
 using zel::lut::Clamp;
 using zel::lut::Selector;
 using zel::lut::Truncated;
@@ -22,12 +20,12 @@ float Operate(int op, float t, float o, std::int32_t n) {
             const float a = (1023.0f - o) / 1023.0f;
             return (1.0f - a) * (1023.0f - t) + t * a;
         }
-        case 6: return o < t ? o : t;
-        case 7: return t > o ? t : o;
+        case 6: return o < t ? o : t;  // these two keep t when either is NaN
+        case 7: return o > t ? o : t;
         case 8: return o > t ? 0.0f : t;
         case 9: return t > o ? 0.0f : t;
         case 11: return (o / 1023.0f) * t;
-        default: return t;  // 10 and every other code: only the clamp acts
+        default: return t;  // 10, a gap, and every other code: only the clamp acts
     }
 }
 
@@ -52,10 +50,12 @@ void CUtilLut::ApplyInvert(float* params) {
     const float white = m_fWhiteLevel;
     for (int c = 0; c < kChannels; ++c) {
         // Deliberate: 0 means every channel, so no value picks channel 0 alone.
+        // docs/quirks.md, "invert selector".
         if (selected != 0 && selected != c) continue;
         float* const channel = m_pLut + c * kEntries;
         for (int i = 0; i < kEntries; ++i) {
             const float t = channel[i];
+            // Deliberate: mirrored about the constant 1023, not the white level.
             channel[i] = Clamp((1023.0f - t) * invert + t * keep, 0.0f, white);
         }
     }

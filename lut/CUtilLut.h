@@ -44,10 +44,39 @@ public:
     virtual void SetWhiteLevel(float level);
     virtual float QueryWhiteLevel();
 
+    // The tone operations. Unless said otherwise a result is clamped to 0..white level
+    // and NaN is stored as it comes; out-of-range parameters are clamped; a weight is
+    // looked up at the entry's own value, truncated and limited to 0..1023, NaN at 0.
+
+    /// Brightness (params[0], 25000 adds the white level) and contrast (params[1],
+    /// +-10000 is the full range, about 511.5 or a lower white level), alike for all
+    /// channels and not limited. Brightness acts first when contrast is above 0, last
+    /// otherwise. Results are clamped to 0..1023, whatever the white level.
     virtual void ApplyBrightness(float* params);
+
+    /// Film log codes to linear light where params[0] is below 1, else (NaN included)
+    /// back. Black and white reference (codes), display and film gamma: for all channels
+    /// params 1-4, for red 6-9, green 12-15, blue 18-21, whose departures from 95, 685,
+    /// 1 and 0.6 are added. References are clamped to 0..white, gammas to 0..5. The
+    /// white level counts as 0..1023. A gamma of 0 is not guarded: infinities and NaN.
     virtual void ApplyLog(float* params);
+
+    /// Power of params[0] / 10 on a scale of 1024, alike for all channels. The white
+    /// level counts as 0..1023.
     virtual void ApplyGamma(float* params);
+
+    /// Gamma and gain (1 is neutral, resolved to 0..10) and offset (percent of white,
+    /// +-100) by tonal range: groups from params 0 master, 20 highlights, 40 midtones and
+    /// 60 shadows, in each 1-3 for all channels, 5-7 red, 10-12 green, 15-17 blue. Each
+    /// range raises gain x entry + offset to 1 / gamma on a scale of 1024, weighted. A
+    /// negative base can give NaN. The white level counts as 0..1023.
     virtual void ApplyGamma2(float* params);
+
+    /// Brightness and contrast (percent, resolved to +-100) and pivot (resolved to 0..1)
+    /// by tonal range, in the same entries as gamma, gain and offset above. Adds the
+    /// weighted brightness, truncates to whole codes (NaN becomes 0), then applies the
+    /// weighted contrast curves. Results are clamped to 0..white level, which counts as
+    /// 0..1023 there but as it is in the arithmetic. Flattening about 0 gives NaN.
     virtual void ApplyBrightness2(float* params);
 
     /// Gain per channel: params[0..2] on a 0..255 scale (255 is unity). Results are
@@ -61,7 +90,17 @@ public:
     /// 0..white level. Entries must lie in 0..1023 to begin with.
     virtual void ApplyBalance2(float* params);
 
+    /// Combines every entry t with an operand: params[1..3] per channel, on a 0..255
+    /// scale, made a code o in 0..1023 (n: its whole part). params[0], truncated, picks
+    ///   0 t and n    3 t + n                       6 the smaller    9 0 where t > o
+    ///   1 t or n     4 t - n                       7 the larger    11 t x o / 1023
+    ///   2 t xor n    5 blend with 1023 - t by o    8 0 where t < o  else t
+    /// Codes 0 to 4 work on the whole part of t, NaN as 0.
     virtual void ApplyArithmetic(float* params);
+
+    /// Blends channels with their inverse 1023 - t; params[1] is the percentage of t
+    /// that stays, 0..100. params[0], truncated: 0 all channels, 1 or 2 that channel
+    /// alone, anything else none.
     virtual void ApplyInvert(float* params);
 
     /// 256 bytes per channel: byte j is entry 4j x 0.25, truncated, low 8 bits. NaN
@@ -83,7 +122,11 @@ public:
     /// The start of each channel's 1024 entries.
     void QueryBasePointers(float** channel0, float** channel1, float** channel2);
 
-    /// Contrast curve about a pivot: x on the code scale, contrast in percent.
+    /// Contrast curve about a pivot: value and pivot on the code scale, contrast in
+    /// percent. Above 0 the curve steepens and ends at 0 and the white level, 100 is a
+    /// threshold at the pivot; below 0 it flattens, -100 is the pivot everywhere; beyond
+    /// +-100 (and for NaN) the result is 0. Pivot 0: a threshold just above the white
+    /// level when steepening, NaN when flattening.
     float ContrastFunction(float value, float contrast, float pivot);
 
     // The two fields of the object, alone behind the virtual-table pointer.
