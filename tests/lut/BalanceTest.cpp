@@ -1,27 +1,22 @@
-#include "lut/CUtilLut.h"
-#include "tests/support/Bits.h"
+#include "tests/support/Lut.h"
+#include "tests/support/Single.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <random>
 #include <vector>
 
 namespace {
 
 using zel::test::Bits;
-using Params = std::array<float, 128>;
-
-struct OpenLut : CUtilLut {
-    OpenLut() {
-        Open();
-        Reset();
-    }
-    float At(int channel, int i) const { return m_pLut[channel * kEntries + i]; }
-};
+using zel::test::kNaN;
+using zel::test::Limited;
+using zel::test::OpenLut;
+using zel::test::Params;
+using zel::test::Single;
 
 // Entries of the parameter array.
 constexpr int kMaster = 1, kHighlights = 7, kMidtones = 13, kShadows = 19;
@@ -140,7 +135,7 @@ TEST(ApplyBalance2, WhiteLevelAbove1023OnlyGuardsTheWeightIndex) {
 
 TEST(ApplyBalance2, NaNEntryStaysNaN) {
     OpenLut lut;
-    lut.m_pLut[7] = std::numeric_limits<float>::quiet_NaN();
+    lut.m_pLut[7] = kNaN;
     Params params{};
     lut.ApplyBalance2(params.data());
     EXPECT_TRUE(std::isnan(lut.At(0, 7)));
@@ -149,7 +144,7 @@ TEST(ApplyBalance2, NaNEntryStaysNaN) {
 
 TEST(ApplyBalance2, ReadsOnlyItsOwnParameters) {
     Params clean{}, poisoned;
-    poisoned.fill(std::numeric_limits<float>::quiet_NaN());
+    poisoned.fill(kNaN);
     std::mt19937 random(1);
     std::uniform_real_distribution<float> slider(-100.0f, 100.0f);
     for (const int group : {kMaster, kHighlights, kMidtones, kShadows})
@@ -162,17 +157,10 @@ TEST(ApplyBalance2, ReadsOnlyItsOwnParameters) {
     for (int i = 0; i < 3072; ++i) ASSERT_EQ(Bits{a.m_pLut[i]}, Bits{b.m_pLut[i]}) << i;
 }
 
-/// Second opinion: the same arithmetic with every single-precision step spelled out
-/// as a double operation rounded to float.
-struct Single {
-    float v;
-    friend Single operator+(Single a, Single b) { return {static_cast<float>(double{a.v} + b.v)}; }
-    friend Single operator*(Single a, Single b) { return {static_cast<float>(double{a.v} * b.v)}; }
-};
-
+/// Second opinion, in spelled-out single precision.
 float Restated(const Params& p, int c, float entry) {
     const auto at = [&](int i) { return Single{p[static_cast<std::size_t>(i)]}; };
-    const auto limit = [](Single x) { return Single{std::max(-100.0f, std::min(100.0f, x.v))}; };
+    const auto limit = [](Single x) { return Limited(x, -100.0f, 100.0f); };
     const Single master = limit(at(1) + at(2 + c));
     const Single h = (master + (at(7) + at(8 + c))) * Single{0.01f};
     const Single m = limit((at(13) + at(14 + c)) + master) * Single{0.01f};
@@ -182,7 +170,7 @@ float Restated(const Params& p, int c, float entry) {
     const Single r = ((t * h + t) * Single{CUtilLut::m_highlights[k]} +
                       (t * m + t) * Single{CUtilLut::m_midtones[k]}) +
                      (t + t * s) * Single{CUtilLut::m_shadows[k]};
-    return r.v < 0.0f ? 0.0f : r.v > 1023.0f ? 1023.0f : r.v;
+    return Limited(r, 0.0f, 1023.0f).v;
 }
 
 TEST(ApplyBalance2, AgreesWithTheRestatementOnRandomSettings) {

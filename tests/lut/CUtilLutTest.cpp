@@ -1,5 +1,6 @@
 #include "lut/CUtilLut.h"
 #include "tests/support/Bits.h"
+#include "tests/support/RecordingLut.h"
 
 #include <gtest/gtest.h>
 
@@ -144,36 +145,6 @@ TEST(CUtilLutWeights, StayTheSameWhateverTheWhiteLevelAndTheNumberOfObjects) {
     EXPECT_EQ(std::memcmp(before.data(), CUtilLut::m_midtones, sizeof(float) * 1024), 0);
 }
 
-/// A subclass that records which operation a call through the base reached.
-struct Recorder : CUtilLut {
-    const char* called = "";
-    void Copy(CUtilLut*) override { called = "Copy"; }
-    int Open() override { return called = "Open", 0; }
-    int Close() override { return called = "Close", 0; }
-    void Reset() override { called = "Reset"; }
-    void SetWhiteLevel(float) override { called = "SetWhiteLevel"; }
-    float QueryWhiteLevel() override { return called = "QueryWhiteLevel", 0.0f; }
-    void ApplyBrightness(float*) override { called = "ApplyBrightness"; }
-    void ApplyLog(float*) override { called = "ApplyLog"; }
-    void ApplyGamma(float*) override { called = "ApplyGamma"; }
-    void ApplyGamma2(float*) override { called = "ApplyGamma2"; }
-    void ApplyBrightness2(float*) override { called = "ApplyBrightness2"; }
-    void ApplyBalance(float*) override { called = "ApplyBalance"; }
-    void ApplyBalance2(float*) override { called = "ApplyBalance2"; }
-    void ApplyArithmetic(float*) override { called = "ApplyArithmetic"; }
-    void ApplyInvert(float*) override { called = "ApplyInvert"; }
-    void Build8Bit(unsigned char*, unsigned char*, unsigned char*) override {
-        called = "Build8Bit";
-    }
-    void Build10Bit(unsigned short*, unsigned short*, unsigned short*) override {
-        called = "Build10Bit16";
-    }
-    void Build10Bit(unsigned int*, unsigned int*, unsigned int*) override {
-        called = "Build10Bit32";
-    }
-    void BuildZelLut(void*, int) override { called = "BuildZelLut"; }
-};
-
 TEST(CUtilLut, VirtualTableOrder) {
     // Slots 0 and 1 are the two destructors. On the platforms this runs on, a virtual
     // function is called with the object as its first argument, and superfluous
@@ -197,13 +168,14 @@ TEST(CUtilLut, VirtualTableOrder) {
                                       "Build10Bit16",
                                       "Build10Bit32",
                                       "BuildZelLut"};
-    Recorder recorder;
+    zel::test::RecordingLut recorder;
     using Slot = void (*)(CUtilLut*, void*, void*, void*);
     Slot* slots;
     std::memcpy(&slots, static_cast<void*>(&recorder), sizeof slots);
     for (std::size_t i = 0; i < std::size(kOrder); ++i) {
         slots[2 + i](&recorder, nullptr, nullptr, nullptr);
-        EXPECT_STREQ(recorder.called, kOrder[i]) << "slot " << 2 + i;
+        EXPECT_EQ(recorder.calls.back(), kOrder[i]) << "slot " << 2 + i;
+        EXPECT_EQ(recorder.calls.size(), i + 1);
     }
 }
 
