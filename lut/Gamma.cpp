@@ -72,7 +72,9 @@ void CUtilLut::ApplyGamma(float* params) {
             // Deliberate: the scale is 1024 both ways, the top is the white level.
             // docs/quirks.md, "gamma scale".
             const double y = Pow(entry * kPerScale, exponent) * kScale;
-            entry = y > white ? white : y < 0.0 ? 0.0f : static_cast<float>(y);
+            // Clamped before it is narrowed: between 0.0f and a narrowed double, clang
+            // chooses by "at most 0", which would take the sign off -0.
+            entry = static_cast<float>(Clamp(y, 0.0, double{white}));
         }
     }
 }

@@ -11,7 +11,10 @@ static_assert(FLT_EVAL_METHOD == 0, "single precision must mean single precision
 namespace zel::lut {
 
 /// NaN passes through: both comparisons fail.
-constexpr float Clamp(float x, float lo, float hi) { return x < lo ? lo : x > hi ? hi : x; }
+template <class Float>
+constexpr Float Clamp(Float x, Float lo, Float hi) {
+    return x < lo ? lo : x > hi ? hi : x;
+}
 
 /// Truncated toward zero; NaN and values outside the int32 range give 0.
 constexpr std::int32_t Truncated(float x) {
