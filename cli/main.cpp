@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
         zel::ListVerb(),
         zel::DescribeVerb(),
         zel::RenderVerb(),
+        zel::CurveVerb(),
     };
     try {
         return zel::RunVerbs(verbs, argc, argv);

@@ -4,7 +4,8 @@
 #   tools/install-packages.sh build|test
 set -euo pipefail
 
-build=(g++ cmake ninja-build pkg-config libopenimageio-dev libcli11-dev nlohmann-json3-dev)
+build=(g++ cmake ninja-build pkg-config libopenimageio-dev libcli11-dev nlohmann-json3-dev
+       libcairo2-dev fonts-dejavu-core)
 test=(clang libclang-rt-14-dev clang-format g++-multilib binutils
       libgtest-dev libbenchmark-dev
       openimageio-tools imagemagick ffmpeg valgrind)

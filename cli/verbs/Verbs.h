@@ -8,6 +8,7 @@ namespace zel {
 
 Verb ListVerb();
 Verb DescribeVerb();
+Verb CurveVerb();
 Verb RenderVerb();
 
 }  // namespace zel
