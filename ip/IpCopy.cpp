@@ -11,8 +11,8 @@ void IpFrame_Copy_Master(IpScanCopyFn* scanFn, void* dst, int dstRowBytes, void*
                          int srcRowBytes, int width, int height) {
     const Rows to = Upwards({dst, dstRowBytes}, height);
     const Rows from = Upwards({src, srcRowBytes}, height);
-    const int toBytes = static_cast<int>(to.stride), fromBytes = static_cast<int>(from.stride);
-    ForEachRow(
+    const int toBytes = static_cast<int>(to.step), fromBytes = static_cast<int>(from.step);
+    ForEach(
         height,
         [=](void* toRow, void* fromRow) { scanFn(toRow, toBytes, fromRow, fromBytes, width); }, to,
         from);

@@ -118,7 +118,7 @@ void IpScan_Fill_BGRA32Float(void* scan, int start, int count, float r, float g,
 void IpScan_Fill_RGB10(void* scan, int start, int count, float r, float g, float b, float,
                        bool normalised) {
     const auto code = [=](float c) { return ToCode<std::uint32_t>(c, kScaleRGB10, normalised); };
-    FillUnits(scan, start, count, PackRGB10(code(r), code(g), code(b)));
+    FillUnits(scan, start, count, Pack10(code(r), code(g), code(b)));
 }
 
 void IpScan_Fill_DpxLe(void* scan, int start, int count, float r, float g, float b, float,
@@ -151,15 +151,14 @@ void IpScan_Fill_UYVY8(void* scan, int start, int count, float r, float g, float
 void IpScan_Fill_v210(void* scan, int start, int count, float, float, float, float, bool) {
     unsigned int y, cb, cr;
     IpRGBToYUV10(&y, &cb, &cr, 0, 0, 0, true);
-    const auto even = PackV210Pair(y, cb, cr), odd = PackV210Pair(y, cr, cb);
-    FillUnits(scan, start / 6, count / 6, std::array{even[0], even[1], odd[0], odd[1]});
+    FillUnits(scan, start / 6, count / 6, PackV210(y, cb, cr));
 }
 
 // --- frames -------------------------------------------------------------------
 
 void IpFrame_Fill_Master(IpScanFillFn* scanFn, void* base, int rowBytes, int width, int height,
                          float r, float g, float b, float a, bool normalised) {
-    ForEachRow(
+    ForEach(
         height, [=](void* row) { scanFn(row, 0, width, r, g, b, a, normalised); },
         Upwards({base, rowBytes}, height));
 }

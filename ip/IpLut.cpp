@@ -5,7 +5,9 @@
 #include "ip/detail/Memory.h"
 #include "ip/detail/Numeric.h"
 #include "ip/detail/Rows.h"
+#include "ip/detail/Units.h"
 
+#include <array>
 #include <bit>
 
 namespace {
@@ -29,47 +31,54 @@ void LutFrame(IpScanLutFn* scanFn, void* unity, void* dst, int dstRowBytes, void
                        t[3]);
 }
 
+/// Sends each of the row's samples through the table of its channel.
+template <class Sample, class Look>
+void LutSamples(void* dst, void* src, int width, const std::array<void*, 4>& tables, Look look) {
+    const auto map = [&](void* to, void* from, std::ptrdiff_t i) {
+        Store(to, look(tables[static_cast<std::size_t>(i) % 4], Load<Sample>(from)));
+    };
+    ForEach(std::ptrdiff_t{4} * width, map, UnitsOf<Sample>(dst), UnitsOf<Sample>(src), Numbers{});
+}
+
 }  // namespace
 
 // --- rows: the definition that every faster variant is held to ------------------
 
 void IpScan_Lut_8(void* dst, void* src, int width, void* t0, void* t1, void* t2, void* t3) {
-    void* const tables[4] = {t0, t1, t2, t3};
-    for (std::ptrdiff_t i = 0; i < std::ptrdiff_t{4} * width; ++i)
-        StoreAt(dst, i, LoadAt<std::uint8_t>(tables[i % 4], LoadAt<std::uint8_t>(src, i)));
+    const std::array tables{t0, t1, t2, t3};
+    const auto look = [](void* table, std::uint8_t sample) {
+        return LoadAt<std::uint8_t>(table, sample);
+    };
+    LutSamples<std::uint8_t>(dst, src, width, tables, look);
 }
 
 void IpScan_Lut_16(void* dst, void* src, int width, void* t0, void* t1, void* t2, void* t3) {
-    void* const tables[4] = {t0, t1, t2, t3};
-    for (std::ptrdiff_t i = 0; i < std::ptrdiff_t{4} * width; ++i) {
-        const int index = LoadAt<std::uint16_t>(src, i) >> 6;
-        const unsigned code = LoadAt<std::uint16_t>(tables[i % 4], index);
-        StoreAt(dst, i, static_cast<std::uint16_t>(code << 6));
-    }
+    const std::array tables{t0, t1, t2, t3};
+    const auto look = [](void* table, std::uint16_t sample) {
+        const unsigned code = LoadAt<std::uint16_t>(table, sample >> 6);
+        return static_cast<std::uint16_t>(code << 6);
+    };
+    LutSamples<std::uint16_t>(dst, src, width, tables, look);
 }
 
 void IpScan_Lut_Float(void* dst, void* src, int width, void* t0, void* t1, void* t2, void* t3) {
     const auto unit = [](void* table, int index) {
         return static_cast<float>(LoadAt<std::uint16_t>(table, index)) * kCodeToUnit;
     };
-    for (std::ptrdiff_t i = 0; i < std::ptrdiff_t{4} * width; i += 4) {
-        const int i0 = CodeOfUnit(LoadAt<float>(src, i));
-        const int i1 = CodeOfUnit(LoadAt<float>(src, i + 1));
-        const int i2 = CodeOfUnit(LoadAt<float>(src, i + 2));
-        StoreAt(dst, i, unit(t0, i0));
-        StoreAt(dst, i + 1, unit(t1, i1));
-        StoreAt(dst, i + 2, unit(t2, i2));
-        // Deliberate: channel 2's index; source alpha is never read.
+    using Pixel = std::array<float, 4>;
+    MapUnits<Pixel>(dst, src, width, [=](const Pixel& in) {
+        const int i0 = CodeOfUnit(in[0]), i1 = CodeOfUnit(in[1]), i2 = CodeOfUnit(in[2]);
+        // Deliberate: channel 3 takes channel 2's index, source alpha is never used.
         // docs/quirks.md, "float alpha".
-        StoreAt(dst, i + 3, unit(t3, i2));
-    }
+        return Pixel{unit(t0, i0), unit(t1, i1), unit(t2, i2), unit(t3, i2)};
+    });
 }
 
 // --- frames -------------------------------------------------------------------
 
 void IpFrame_Lut_Master(IpScanLutFn* scanFn, void* dst, int dstRowBytes, void* src, int srcRowBytes,
                         int width, int height, void* t0, void* t1, void* t2, void* t3) {
-    ForEachRow(
+    ForEach(
         height, [=](void* to, void* from) { scanFn(to, from, width, t0, t1, t2, t3); },
         Rows{dst, dstRowBytes}, Rows{src, srcRowBytes});
 }

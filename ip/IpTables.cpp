@@ -33,8 +33,9 @@ void InitBlack8() {
 
 void InitBlack10() {
     IpRGBToYUV10(&g_blackY10, &g_blackU10, &g_blackV10, 0, 0, 0, true);
-    std::ranges::copy(PackV210Pair(g_blackY10, g_blackU10, g_blackV10), g_blackV210Even);
-    std::ranges::copy(PackV210Pair(g_blackY10, g_blackV10, g_blackU10), g_blackV210Odd);
+    const V210Words group = PackV210(g_blackY10, g_blackU10, g_blackV10);
+    std::copy_n(group.begin(), 2, g_blackV210Even);
+    std::copy_n(group.begin() + 2, 2, g_blackV210Odd);
 }
 
 void InitBlackScans() {
@@ -122,15 +123,16 @@ void IpScan_Black_BGRA32Float(void* scan, int start, int count) {
 
 void IpScan_Black_v210(void* scan, int start, int count) {
     const auto &even = g_blackV210Even, &odd = g_blackV210Odd;
-    FillUnits(scan, start / 6, count / 6, std::array{even[0], even[1], odd[0], odd[1]});
+    FillUnits(scan, start / 6, count / 6, V210Words{even[0], even[1], odd[0], odd[1]});
 }
 
 bool IpScan_Capable(int, int) { return false; }
 
 void IpScan_Swap(int* a, int* b, int byteCount) {
-    for (int i = 0; i < byteCount / 4; ++i) {
-        const auto wordOfA = LoadAt<std::uint32_t>(a, i);
-        StoreAt(a, i, LoadAt<std::uint32_t>(b, i));
-        StoreAt(b, i, wordOfA);
-    }
+    const auto swap = [](void* inA, void* inB) {
+        const auto wordOfA = Load<std::uint32_t>(inA);
+        Store(inA, Load<std::uint32_t>(inB));
+        Store(inB, wordOfA);
+    };
+    ForEach(byteCount / 4, swap, UnitsOf<std::uint32_t>(a), UnitsOf<std::uint32_t>(b));
 }

@@ -2,11 +2,15 @@
 
 /// Loads and stores of pixel memory: any alignment, no aliasing trouble.
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
 namespace zel::ip {
+
+// Words and 16-bit elements are little-endian in memory and loaded as they stand.
+static_assert(std::endian::native == std::endian::little);
 
 template <class T>
 T Load(const void* from) {

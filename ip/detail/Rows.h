@@ -1,33 +1,42 @@
 #pragma once
 
-/// Walking the rows of frames: the one row loop of the library.
+/// Walking memory in equal steps: the rows of a frame, the units of a row. Every
+/// routine of the library walks through the one loop here.
 
 #include <cstddef>
 
 namespace zel::ip {
 
-/// The rows of a frame: address of row 0 and the signed bytes to the next.
-struct Rows {
-    std::byte* row0;
-    std::ptrdiff_t stride;
+/// Equally spaced places in memory; `step` is in bytes and signed.
+struct Steps {
+    std::byte* first;
+    std::ptrdiff_t step;
 
-    Rows(void* base, std::ptrdiff_t rowBytes)
-        : row0(static_cast<std::byte*>(base)), stride(rowBytes) {}
+    Steps(void* place0, std::ptrdiff_t bytes)
+        : first(static_cast<std::byte*>(place0)), step(bytes) {}
 
-    std::byte* operator[](std::ptrdiff_t row) const { return row0 + row * stride; }
+    std::byte* operator[](std::ptrdiff_t i) const { return first + i * step; }
 };
 
-/// The same rows counted upwards in memory: with a negative stride, row 0 of the
-/// result is the frame's last row.
-inline Rows Upwards(Rows rows, int height) {
-    if (rows.stride >= 0 || height <= 0) return rows;
-    return {rows[height - 1], -rows.stride};
+using Rows = Steps;   // of a frame: address of row 0, bytes to the next row
+using Units = Steps;  // of a row: pixels, pairs, groups or words
+
+/// Beside Steps, hands a walk the number of the row or unit.
+struct Numbers {
+    std::ptrdiff_t operator[](std::ptrdiff_t i) const { return i; }
+};
+
+/// Calls fn(place of a, place of b, ...) for places 0 .. count - 1, in order.
+template <class Fn, class... S>
+void ForEach(std::ptrdiff_t count, Fn fn, S... steps) {
+    for (std::ptrdiff_t i = 0; i < count; ++i) fn(steps[i]...);
 }
 
-/// Calls fn(row of a, row of b, ...) for rows 0 .. height - 1, in order.
-template <class Fn, class... R>
-void ForEachRow(int height, Fn fn, R... rows) {
-    for (int r = 0; r < height; ++r) fn(rows[r]...);
+/// The same rows counted upwards in memory: with a negative step, row 0 of the
+/// result is the frame's last row.
+inline Rows Upwards(Rows rows, int height) {
+    if (rows.step >= 0 || height <= 0) return rows;
+    return {rows[height - 1], -rows.step};
 }
 
 }  // namespace zel::ip
