@@ -13,4 +13,8 @@
 #include "ip/IpCopy.h"
 #include "ip/IpFill.h"
 #include "ip/IpLut.h"
+#include "ip/IpPlanar.h"
+#include "ip/IpScale.h"
 #include "ip/IpTables.h"
+#include "ip/IpTest.h"
+#include "ip/IpTransform.h"

@@ -1,7 +1,9 @@
-#include "ip/IpCopy.h"
+// The walk of the family, and the copies that know no layout.
 
-#include "ip/detail/Memory.h"
-#include "ip/detail/Rows.h"
+#include "ip/IpCopy.h"
+#include "ip/IpTables.h"
+
+#include "ip/detail/Units.h"
 
 #include <algorithm>
 
@@ -33,4 +35,21 @@ void IpScan_Dummy(void* dst, int dstRowBytes, void* src, int srcRowBytes, int wi
 
 void IpFrame_Dummy(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
     IpFrame_Copy(dst, dstRowBytes, src, srcRowBytes, width, height);
+}
+
+void IpScan_Copy_Endian32(void* dst, int, void* src, int, int width) {
+    MapUnits<std::uint32_t>(dst, src, width, ByteReversed);
+}
+
+void IpFrame_Copy_Endian32(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width,
+                           int height) {
+    IpFrame_Copy_Master(IpScan_Copy_Endian32, dst, dstRowBytes, src, srcRowBytes, width, height);
+}
+
+void IpFrame_Flip(void* base, int rowBytes, int height) {
+    const Rows rows{base, rowBytes};
+    const auto swap = [=](void* a, void* b) {
+        IpScan_Swap(static_cast<int*>(a), static_cast<int*>(b), rowBytes);
+    };
+    if (height > 1) ForEach(height / 2, swap, rows, Rows{rows[height - 1], -rows.step});
 }

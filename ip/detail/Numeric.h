@@ -22,6 +22,13 @@ constexpr Unsigned Saturated(float x) {
     return static_cast<Unsigned>(x);
 }
 
+/// Truncates toward zero and saturates at the ends of int; NaN gives 0.
+constexpr int TruncatedToInt(float x) {
+    if (x >= 2147483648.0f) return std::numeric_limits<int>::max();
+    if (x <= -2147483648.0f) return std::numeric_limits<int>::min();
+    return x == x ? static_cast<int>(x) : 0;
+}
+
 /// Index into a 1024-entry table from a sample on the 0..1 scale: truncated and
 /// clamped to 0..1023. Compared before converting, so +infinity gives 1023 and
 /// NaN gives 0.
