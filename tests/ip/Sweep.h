@@ -83,7 +83,7 @@ inline void Sweep(const RowRoutine& routine) {
         if (!routine.frame) continue;
         for (int height = 0; height <= kMaxHeight; ++height)
             for (const int signs : {0, 1, 2, 3})
-                for (const Layout layout : kLayouts)
+                for (const Layout layout : LayoutsFor(width))
                     SweepFrame(routine, width, height, signs & 1, signs & 2, Place::guarded,
                                layout);
         for (const Place place : {Place::atFront, Place::atBack})

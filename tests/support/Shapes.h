@@ -6,6 +6,7 @@
 /// frame width. Unset: 0 to 70 and a few around 1920.
 
 #include <cstdlib>
+#include <span>
 #include <vector>
 
 namespace zel::test {
@@ -30,6 +31,12 @@ struct Layout {
     unsigned padding, misalignment;
 };
 inline constexpr Layout kLayouts[] = {{0, 0}, {5, 1}, {16, 3}};
+
+/// All of them for short rows; for long ones the padded, misaligned one speaks for all.
+inline std::span<const Layout> LayoutsFor(int width) {
+    const std::span<const Layout> all = kLayouts;
+    return width > 70 ? all.subspan(1, 1) : all;
+}
 
 inline constexpr int kMaxHeight = 5;
 
