@@ -3,6 +3,8 @@
 #include "host/CAEFx.h"
 #include "host/PixelFormatSuite.h"
 
+#include <cstring>
+
 namespace {
 
 using namespace zel;
@@ -59,7 +61,8 @@ PF_Err CAEFx::ParamsSetup(PF_InData* in_data, PF_OutData* out_data, PF_ParamDef*
     for (int i = 0; i < count; ++i) {
         const AEFxGuiElement* element = QueryGuiElement(i);
         if (!element) return PF_Err_NONE;
-        PF_ParamDef def{};
+        PF_ParamDef def;
+        std::memset(&def, 0, sizeof def);  // the bytes between and behind the members too
         if (!Fill(def, *element, *in_data->utils)) continue;
         def.uu.id = static_cast<std::int16_t>(element->id);
         constexpr PF_ParamIndex kAppend = -1;
