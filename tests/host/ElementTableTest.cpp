@@ -1,6 +1,7 @@
 /// PARAMS_SETUP from element tables that no module has, and the table of ranges.
 
 #include "host/CAEFxLut.h"
+#include "tests/host/Elements.h"
 #include "tests/support/RecordingHost.h"
 
 #include <gtest/gtest.h>
@@ -57,10 +58,6 @@ TEST(ElementTable, UnknownTypesAreSkippedButCounted) {
 }
 
 TEST(ElementTable, EveryRangeRow) {
-    const struct {
-        float low, high, start;
-    } rows[8] = {{-100, 100, 0}, {0, 1, 0.5f}, {0, 1023, 95}, {0, 1023, 685},
-                 {0, 5, 1},      {0, 5, 0.6f}, {0, 10, 1},    {0, 100, 0}};
     std::vector<AEFxGuiElement> table;
     for (int i = 0; i < 8; ++i) table.push_back(Row(1, "slider", i, i));
     RecordingHost host(Personality::Premiere);
@@ -68,12 +65,12 @@ TEST(ElementTable, EveryRangeRow) {
     ASSERT_EQ(host.added.size(), 8u);
     for (std::size_t i = 0; i < 8; ++i) {
         const PF_FloatSliderDef& slider = host.added[i].def.u.fs_d;
-        EXPECT_EQ(slider.valid_min, rows[i].low) << i;
-        EXPECT_EQ(slider.slider_min, rows[i].low) << i;
-        EXPECT_EQ(slider.valid_max, rows[i].high) << i;
-        EXPECT_EQ(slider.slider_max, rows[i].high) << i;
-        EXPECT_EQ(slider.dephault, rows[i].start) << i;
-        EXPECT_EQ(slider.value, static_cast<double>(rows[i].start)) << i;
+        EXPECT_EQ(slider.valid_min, kRanges[i].low) << i;
+        EXPECT_EQ(slider.slider_min, kRanges[i].low) << i;
+        EXPECT_EQ(slider.valid_max, kRanges[i].high) << i;
+        EXPECT_EQ(slider.slider_max, kRanges[i].high) << i;
+        EXPECT_EQ(slider.dephault, kRanges[i].start) << i;
+        EXPECT_EQ(slider.value, static_cast<double>(kRanges[i].start)) << i;
         EXPECT_EQ(slider.precision, 2) << i;
         EXPECT_EQ(slider.display_flags, 0) << i;
         EXPECT_EQ(slider.curve_tolerance, 0.05f) << i;

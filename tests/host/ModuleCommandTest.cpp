@@ -2,6 +2,7 @@
 
 #include "tests/host/Modules.h"
 #include "tests/host/Pixels.h"
+#include "tests/support/Thrown.h"
 
 #include <cstdio>
 #include <limits>

@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <optional>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -34,17 +33,6 @@ inline const ModuleRow kModules[] = {
 
 /// Where the build has put a module; empty when it builds none of that name.
 std::string PathOf(const std::string& target);
-
-/// The int that `command` throws, if it throws one.
-template <class Command>
-std::optional<int> ThrownBy(Command command) {
-    try {
-        command();
-    } catch (int thrown) {
-        return thrown;
-    }
-    return std::nullopt;
-}
 
 inline testing::AssertionResult Same(const PF_OutData& expected, const PF_OutData& got) {
     const std::string difference = Difference(expected, got);

@@ -2,6 +2,7 @@
 
 #include "host/Suites.h"
 #include "tests/support/RecordingHost.h"
+#include "tests/support/Thrown.h"
 
 #include <gtest/gtest.h>
 
@@ -258,21 +259,11 @@ TEST(SuiteHandler, ReleaseSuiteForwards) {
     EXPECT_EQ(host.calls, std::vector<std::string>{"ReleaseSuite Any Suite 42"});
 }
 
-template <class Command>
-int Thrown(Command command) {
-    try {
-        command();
-    } catch (int thrown) {
-        return thrown;
-    }
-    return 0;
-}
-
 TEST(SuiteHandler, Throws516) {
-    EXPECT_EQ(Thrown([] { const AEGP_SuiteHandler suites(nullptr); }), 516);
+    EXPECT_EQ(ThrownBy([] { const AEGP_SuiteHandler suites(nullptr); }), 516);
     RecordingHost host(Personality::Premiere);
     const AEGP_SuiteHandler suites(host.In()->pica_basicP);
-    EXPECT_EQ(Thrown([&] { suites.MissingSuiteError(); }), 516);
+    EXPECT_EQ(ThrownBy([&] { suites.MissingSuiteError(); }), 516);
 }
 
 }  // namespace

@@ -49,7 +49,7 @@ public:
     RecordingHost& operator=(const RecordingHost&) = delete;
 
     /// The records for one command, set up from the members below. `Out()` keeps what
-    /// earlier commands left until ResetOut().
+    /// earlier commands left until Reset().
     PF_InData* In();
     PF_OutData* Out() { return &m_out; }
 
