@@ -28,6 +28,9 @@ struct ModuleRow {
 // clang-format off
 inline const ModuleRow kModules[] = {
     {"zel_color_balance", "ZEL Color Balance", "Color Balance", ColorBalanceControls, &CUtilLut::ApplyBalance2},
+    {"zel_brightness_contrast_pivot", "Brightness/Contrast/Pivot", "", BrightnessControls, &CUtilLut::ApplyBrightness2},
+    {"zel_gamma_gain_offset", "Gamma/Gain/Offset", "", GammaControls, &CUtilLut::ApplyGamma2},
+    {"zel_log_linear_conversion", "Log/Linear Conversion", "", LogControls, &CUtilLut::ApplyLog},
 };
 // clang-format on
 
