@@ -6,6 +6,9 @@
 #include "host/GuiElement.h"
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
 #include <string_view>
 
 namespace zel {

@@ -25,7 +25,9 @@ float Operate(int op, float t, float o, std::int32_t n) {
         case 8: return o > t ? 0.0f : t;
         case 9: return t > o ? 0.0f : t;
         case 11: return (o / 1023.0f) * t;
-        default: return t;  // 10, a gap, and every other code: only the clamp acts
+        // Every other code only clamps. Deliberate: so does 10, in the middle of them.
+        // docs/quirks.md, "arithmetic gap".
+        default: return t;
     }
 }
 
@@ -55,7 +57,8 @@ void CUtilLut::ApplyInvert(float* params) {
         float* const channel = m_pLut + c * kEntries;
         for (int i = 0; i < kEntries; ++i) {
             const float t = channel[i];
-            // Deliberate: mirrored about the constant 1023, not the white level.
+            // Deliberate: mirrored about 1023, not the white level.
+            // docs/quirks.md, "constant 1023".
             channel[i] = Clamp((1023.0f - t) * invert + t * keep, 0.0f, white);
         }
     }

@@ -48,7 +48,7 @@ void CUtilLut::ApplyBrightness(float* params) {
         const float t = m_pLut[i];
         const float v = brightnessFirst ? ContrastFunction(t + lift, contrast, pivot)
                                         : ContrastFunction(t, contrast, pivot) + lift;
-        // Deliberate: the top is the constant 1023, not the white level.
+        // Deliberate: the top is 1023, not the white level. docs/quirks.md, "constant 1023".
         m_pLut[i] = Clamp(v, 0.0f, 1023.0f);
     }
 }

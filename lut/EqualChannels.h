@@ -4,6 +4,7 @@
 
 #include "lut/CUtilLut.h"
 
+#include <cstddef>
 #include <cstring>
 #include <type_traits>
 

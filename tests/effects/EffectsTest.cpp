@@ -8,8 +8,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <cstddef>
 #include <cstring>
+#include <iterator>
 #include <memory>
 #include <span>
 #include <string>
@@ -27,7 +28,6 @@ struct Effect {
     const char* operation;
 };
 
-/// Deliberate in three of them: no "ZEL " and no description.
 std::vector<Effect> Effects() {
     std::vector<Effect> all;
     all.push_back({std::make_unique<CAEFxLutBalance>(), "ZEL Color Balance", "Color Balance",
@@ -41,7 +41,8 @@ std::vector<Effect> Effects() {
     return all;
 }
 
-TEST(Effects, NamesAndDescriptions) {
+// Three of them report no "ZEL " and no description.
+TEST(Effects, NamesWithoutZel) {
     for (const Effect& effect : Effects()) {
         EXPECT_STREQ(effect.object->m_szName, effect.name);
         EXPECT_STREQ(effect.object->m_szDescription, effect.description) << effect.name;

@@ -131,6 +131,18 @@ TEST(ApplyArithmetic, EveryChannelHasItsOwnOperand) {
     }
 }
 
+// Code 10 lies among the operators and does no more than a code that is none.
+TEST(ApplyArithmetic, ArithmeticGap) {
+    for (const float code : {10.0f, 12.0f}) {
+        OpenLut lut;
+        lut.SetWhiteLevel(940.0f);
+        Params params{code, 51, 102, 153};
+        lut.ApplyArithmetic(params.data());
+        for (int i = 0; i < 3072; ++i)
+            ASSERT_EQ(lut.m_pLut[i], std::min(static_cast<float>(i % 1024), 940.0f)) << code;
+    }
+}
+
 TEST(ApplyArithmetic, EveryCodeEndsAtTheWhiteLevelAsItIs) {
     for (int op = -1; op <= 13; ++op) {
         OpenLut lut;
@@ -233,7 +245,7 @@ TEST(ApplyInvert, Amount100OnlyClamps) {
     for (int i = 5; i < 1024; ++i) ASSERT_EQ(lut.At(0, i), static_cast<float>(i));
 }
 
-TEST(ApplyInvert, MirrorsAbout1023WhateverTheWhiteLevel) {
+TEST(ApplyInvert, Constant1023IsTheMirror) {
     OpenLut lut;
     lut.SetWhiteLevel(5000.0f);
     lut.m_pLut[0] = -2000.0f;

@@ -177,7 +177,7 @@ TEST(ApplyBrightness, BrightnessIsA25000thOfTheWhiteLevel) {
     EXPECT_EQ(lut.At(0, 921), 1023.0f);
 }
 
-TEST(ApplyBrightness, TopIs1023WhateverTheWhiteLevel) {
+TEST(ApplyBrightness, Constant1023IsTheTop) {
     for (const float white : {500.0f, 5000.0f}) {
         OpenLut lut;
         lut.SetWhiteLevel(white);
@@ -189,7 +189,7 @@ TEST(ApplyBrightness, TopIs1023WhateverTheWhiteLevel) {
 }
 
 // Contrast 5000 is a slope of 2 about 511.5, contrast -5000 one of 1/2.
-TEST(ApplyBrightness, BrightnessActsFirstOnlyWhenSteepening) {
+TEST(ApplyBrightness, BrightnessAndContrastOrder) {
     OpenLut steep, flat;
     Params params{2500.0f, 5000.0f};
     steep.ApplyBrightness(params.data());
@@ -255,7 +255,7 @@ TEST(ApplyBrightness2, NeutralDefectIs92CodesOneLowerAnd37Two) {
 }
 
 // Three entries that the first pass makes 33, which the second sees as the same value.
-TEST(ApplyBrightness2, WholeCodesBetweenThePasses) {
+TEST(ApplyBrightness2, WholeCodesInBrightness) {
     OpenLut lut;
     lut.m_pLut[0] = 33.9f;
     lut.m_pLut[1] = 33.0f;

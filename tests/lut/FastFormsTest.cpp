@@ -7,6 +7,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <random>
 
 namespace {
@@ -63,7 +64,7 @@ TEST(FastForms, Gamma2) {
     const auto set = [](Params& params, int group, int control, int who, float value) {
         params[static_cast<std::size_t>(kEntry[group][control][who])] = value;
     };
-    for (int run = 0; run < 320; ++run) {
+    for (int run = 0; run < 352; ++run) {
         Params params = NeutralGamma();
         switch (run / 32) {
             case 0: break;  // neutral
@@ -100,6 +101,10 @@ TEST(FastForms, Gamma2) {
                     set(params, run % 4, k, run % 3, any(k) * 100.0f);
                     set(params, run % 3, k, run % 4, k == run % 3 ? kNaN : -any(k));
                 }
+                break;
+            case 9:  // gammas a bit or two off 1
+                set(params, run % 4, 0, run % 3, 1.0f + static_cast<float>(run % 5 - 2) * 0x1p-23f);
+                set(params, kMasterGroup, 1, 0, any(1));
                 break;
             default:  // everything
                 for (int group = 0; group < 4; ++group)

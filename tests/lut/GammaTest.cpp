@@ -79,8 +79,9 @@ TEST(ApplyGamma, ZeroIsWhiteEverywhere) {
     }
 }
 
-// On a scale of 1023 the first three would be 511.75, 90.51 and 1023 exactly.
-TEST(ApplyGamma, ScaleIs1024BothWaysAndTheTopIsTheWhiteLevel) {
+// 1024 both ways, while the top is the white level: on a scale of 1023 the first three
+// would be 511.75, 63.97 and 1023.
+TEST(ApplyGamma, GammaScale) {
     OpenLut root, square;
     Params params{5.0f};
     root.ApplyGamma(params.data());
