@@ -10,7 +10,7 @@
 #include <cstddef>
 #include <cstring>
 #include <initializer_list>
-#include <vector>
+#include <string>
 
 namespace {
 
@@ -82,74 +82,75 @@ const Params kInvert{0.0f, 25.0f};
 
 // --- rows ---------------------------------------------------------------------
 
-class Identity {
-public:
-    Identity() {
-        lut.Open();
-        lut.Reset();
-        entries.assign(lut.m_pLut, lut.m_pLut + 3072);
-    }
-    void Restore() { std::memcpy(lut.m_pLut, entries.data(), 3072 * sizeof(float)); }
+using Apply = void (CUtilLut::*)(float*);
+using Plain = void (*)(float* table, float whiteLevel, const float* params);
 
-    CUtilLut lut;
-
-private:
-    std::vector<float> entries;
+struct Row {
+    const char* name;
+    const Params& params;
+    Apply apply;
+    Plain plain = nullptr;
 };
 
-void Operation(benchmark::State& state, void (CUtilLut::*apply)(float*), Params params) {
-    Identity identity;
-    for (auto _ : state) {
-        identity.Restore();
-        (identity.lut.*apply)(params.data());
-        benchmark::ClobberMemory();
-    }
-}
-
-using Reference = void(float* table, float whiteLevel, const float* params);
-
-void Plain(benchmark::State& state, Reference* apply, const Params& params) {
-    Identity identity;
-    for (auto _ : state) {
-        identity.Restore();
-        apply(identity.lut.m_pLut, 1023.0f, params.data());
-        benchmark::ClobberMemory();
-    }
-}
+constexpr Apply kGamma2 = &CUtilLut::ApplyGamma2;
+constexpr Apply kLog = &CUtilLut::ApplyLog;
+constexpr Apply kBalance2 = &CUtilLut::ApplyBalance2;
+constexpr Apply kBrightness2 = &CUtilLut::ApplyBrightness2;
 
 // clang-format off
-#define ZEL_ROW(operation, setting, params) \
-    BENCHMARK_CAPTURE(Operation, operation/setting, &CUtilLut::Apply##operation, params)
-#define ZEL_ROWS(operation, setting, params)                                                       \
-    BENCHMARK_CAPTURE(Plain, operation/setting, zel::lut::reference::Apply##operation, params);    \
-    ZEL_ROW(operation, setting, params)
-
-ZEL_ROWS(Gamma2,      neutral,             kGamma);
-ZEL_ROWS(Gamma2,      master_sliders,      kGammaMaster);
-ZEL_ROWS(Gamma2,      one_range,           kGammaRange);
-ZEL_ROWS(Gamma2,      one_range_red_only,  kGammaRangeRed);
-ZEL_ROWS(Gamma2,      all_different,       kGammaAll);
-
-ZEL_ROWS(Log,         to_linear_equal,     kToLinear);
-ZEL_ROWS(Log,         to_linear_different, kToLinearAll);
-ZEL_ROWS(Log,         to_log_equal,        kToLog);
-ZEL_ROWS(Log,         to_log_different,    kToLogAll);
-
-ZEL_ROW (Balance2,    neutral,             kBalance);
-ZEL_ROW (Balance2,    master_slider,       kBalanceMaster);
-ZEL_ROW (Balance2,    one_range,           kBalanceRange);
-ZEL_ROW (Balance2,    all_different,       kBalanceAll);
-
-ZEL_ROW (Brightness2, neutral,             kTone);
-ZEL_ROW (Brightness2, master_slider,       kToneMaster);
-ZEL_ROW (Brightness2, one_range,           kToneRange);
-ZEL_ROW (Brightness2, all_different,       kToneAll);
-
-ZEL_ROW (Brightness,  brighter_steeper,    kSimpleTone);
-ZEL_ROW (Gamma,       twelve_tenths,       kSimpleGamma);
-ZEL_ROW (Balance,     gains,               kGains);
-ZEL_ROW (Arithmetic,  blend,               kBlend);
-ZEL_ROW (Invert,      quarter_kept,        kInvert);
+const Row kRows[] = {
+    {"Gamma2/neutral",              kGamma,         kGamma2, zel::lut::reference::ApplyGamma2},
+    {"Gamma2/master sliders",       kGammaMaster,   kGamma2, zel::lut::reference::ApplyGamma2},
+    {"Gamma2/one range",            kGammaRange,    kGamma2, zel::lut::reference::ApplyGamma2},
+    {"Gamma2/one range, red alone", kGammaRangeRed, kGamma2, zel::lut::reference::ApplyGamma2},
+    {"Gamma2/all different",        kGammaAll,      kGamma2, zel::lut::reference::ApplyGamma2},
+    {"Log/to linear",               kToLinear,      kLog,    zel::lut::reference::ApplyLog},
+    {"Log/to linear, different",    kToLinearAll,   kLog,    zel::lut::reference::ApplyLog},
+    {"Log/to log",                  kToLog,         kLog,    zel::lut::reference::ApplyLog},
+    {"Log/to log, different",       kToLogAll,      kLog,    zel::lut::reference::ApplyLog},
+    {"Balance2/neutral",            kBalance,       kBalance2},
+    {"Balance2/master slider",      kBalanceMaster, kBalance2},
+    {"Balance2/one range",          kBalanceRange,  kBalance2},
+    {"Balance2/all different",      kBalanceAll,    kBalance2},
+    {"Brightness2/neutral",         kTone,          kBrightness2},
+    {"Brightness2/master slider",   kToneMaster,    kBrightness2},
+    {"Brightness2/one range",       kToneRange,     kBrightness2},
+    {"Brightness2/all different",   kToneAll,       kBrightness2},
+    {"Brightness",                  kSimpleTone,    &CUtilLut::ApplyBrightness},
+    {"Gamma",                       kSimpleGamma,   &CUtilLut::ApplyGamma},
+    {"Balance",                     kGains,         &CUtilLut::ApplyBalance},
+    {"Arithmetic",                  kBlend,         &CUtilLut::ApplyArithmetic},
+    {"Invert",                      kInvert,        &CUtilLut::ApplyInvert},
+};
 // clang-format on
+
+/// Times `build` on an identity curve that is restored every time.
+template <class Build>
+void Run(benchmark::State& state, Build build) {
+    CUtilLut identity, lut;
+    identity.Open();
+    identity.Reset();
+    lut.Copy(&identity);
+    for (auto _ : state) {
+        std::memcpy(lut.m_pLut, identity.m_pLut, 3072 * sizeof(float));
+        build(lut);
+        benchmark::ClobberMemory();
+    }
+}
+
+[[maybe_unused]] const bool kRegistered = [] {
+    for (const Row& row : kRows) {
+        const std::string name = row.name;
+        if (row.plain)
+            benchmark::RegisterBenchmark((name + "/plain").c_str(), [&row](benchmark::State& s) {
+                Run(s, [&](CUtilLut& lut) { row.plain(lut.m_pLut, 1023.0f, row.params.data()); });
+            });
+        benchmark::RegisterBenchmark(name.c_str(), [&row](benchmark::State& s) {
+            Params params = row.params;
+            Run(s, [&](CUtilLut& lut) { (lut.*row.apply)(params.data()); });
+        });
+    }
+    return true;
+}();
 
 }  // namespace
