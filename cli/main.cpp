@@ -14,6 +14,9 @@ int main(int argc, char** argv) {
         zel::DescribeVerb(),
         zel::RenderVerb(),
         zel::CurveVerb(),
+        zel::ConvertVerb(),
+        zel::PatternVerb(),
+        zel::PlaceVerb(),
     };
     try {
         return zel::RunVerbs(verbs, argc, argv);

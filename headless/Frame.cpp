@@ -3,6 +3,7 @@
 #include "headless/Error.h"
 
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <new>
 #include <string>
@@ -48,6 +49,11 @@ Frame::Frame(PrPixelFormat format, int width, int height)
     if (!m_pixels)
         throw Error(ErrorKind::Other, "no memory for a frame of " + Size(width, height) + " (" +
                                           std::to_string(bytes) + " bytes)");
+    const std::size_t pixels =
+        static_cast<std::size_t>(width) * static_cast<std::size_t>(m_facts->BytesPerPixel());
+    for (int y = 0; y < height; ++y)
+        std::memset(Row(y) + pixels, 0, static_cast<std::size_t>(m_rowBytes) - pixels);
+    std::memset(Row(height), 0, kSlack);
 }
 
 }  // namespace zel

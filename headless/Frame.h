@@ -15,7 +15,8 @@ public:
     /// library may look up to five pixels past a row.
     static constexpr std::size_t kSlack = 5 * 16;
 
-    /// Uninitialised; rows run downwards and start at multiples of 64 bytes. Throws
+    /// Pixels uninitialised, padding and slack zero; rows run downwards and start at
+    /// multiples of 64 bytes. Throws
     /// Error(Other) when a side is not positive, the size is beyond what the host
     /// interface can express, or there is no memory.
     Frame(PrPixelFormat format, int width, int height);

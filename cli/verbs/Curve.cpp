@@ -19,9 +19,9 @@ namespace {
 
 // clang-format off
 constexpr Option kOptions[] = {
-    {"EFFECT",          "",           "effect name, module name or module file, or an operation of the engine such as ApplyInvert", Option::Required},
-    {"-s,--set",        "NAME=VALUE", "a parameter, by path or id (of an operation: by number); may be repeated", Option::Many},
-    {"-o,--output",     "FILE",       ".svg or .png (plot), .csv or .txt (numbers); default: the terminal"},
+    {"EFFECT",          "",           "effect or module, or an operation of the engine (ApplyInvert)", Option::Required},
+    {"-s,--set",        "NAME=VALUE", "a parameter, by path or id; of an operation by number",         Option::Many},
+    {"-o,--output",     "FILE",       ".svg or .png (plot), .csv or .txt (numbers)"},
     {"--exact",         nullptr,      "the whole codes that the module renders, not the float curve"},
     {"--log-to-linear", nullptr,      "Log/Linear Conversion: switch its check box off"},
     {"--linear-to-log", nullptr,      "Log/Linear Conversion: switch its check box on"},
@@ -122,7 +122,9 @@ int Run(const Arguments& arguments) {
 
 Verb CurveVerb() {
     return {"curve", "Show the transfer curve of a setting", kOptions,
-            "Example:\n  zelfx curve gamma_gain_offset -s master.gamma=2.2 -o gamma.svg", Run};
+            "Without --output the curve is drawn in the terminal. Example:\n"
+            "  zelfx curve gamma_gain_offset -s master.gamma=2.2 -o gamma.svg",
+            Run};
 }
 
 }  // namespace zel

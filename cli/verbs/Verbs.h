@@ -8,7 +8,10 @@ namespace zel {
 
 Verb ListVerb();
 Verb DescribeVerb();
-Verb CurveVerb();
 Verb RenderVerb();
+Verb CurveVerb();
+Verb ConvertVerb();
+Verb PatternVerb();
+Verb PlaceVerb();
 
 }  // namespace zel
