@@ -1,5 +1,6 @@
 // The members that go by a scratch frame. The program's array allocation is replaced,
-// to see what they ask for and to refuse it.
+// to see what they ask for and to refuse it. valgrind puts its own in their place unless
+// told --soname-synonyms=somalloc=nouserintercepts.
 
 #include "ip/IpCopy.h"
 
