@@ -6,9 +6,10 @@
 /// beside it, as IpFrame_Copy_Master describes; those that do not say so. Source
 /// and destination must not overlap.
 ///
-///   dst, src           row 0 of a frame, or the row itself; any alignment
-///   dstRowBytes, src…  bytes from row to row; the scan members do not use them
-///   width, height      pixels; <= 0 does nothing
+///   dst, src                   row 0 of a frame, or the row itself; any alignment
+///   dstRowBytes, srcRowBytes   bytes from row to row; only IpScan_Copy and
+///                              IpScan_Dummy, of the scan members, use them
+///   width, height              pixels; <= 0 does nothing
 ///
 /// Samples widen by shifting (8 to 10 bits: x 4, 8 to 16 bits: x 256) and narrow to
 /// their top eight bits; nothing rounds. Layouts: docs/layouts.md.

@@ -82,11 +82,12 @@ void IpFrame_Copy_v210_To_YCbYCr8(void* dst, int dstRowBytes, void* src, int src
 void IpFrame_Copy_v210_To_BGRA8(void*, int, void* src, int srcRowBytes, int width, int height) {
     const Scratch scratch = NewScratch(width, 2, height);
     if (!scratch) return;
-    const int scratchRowBytes = width * 2;
+    const Rows scratchRows{scratch.get(), std::ptrdiff_t{width} * 2};
+    const int scratchRowBytes = static_cast<int>(scratchRows.step);
     ForEach(
         height,
         [=](void* to, void* from) {
             IpScan_Copy_v210_To_YCbYCr8(to, scratchRowBytes, from, srcRowBytes, width);
         },
-        Rows{scratch.get(), scratchRowBytes}, Rows{src, srcRowBytes});
+        scratchRows, Rows{src, srcRowBytes});
 }

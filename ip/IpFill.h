@@ -7,12 +7,12 @@
 /// they are on a 0..1 scale, scaled to the layout's codes and clamped; clear,
 /// they are codes already (0..255, 0..65535 or 0..1023), raised to 0 and not
 /// clamped from above. Codes are truncated, never rounded, NaN gives 0. A code too
-/// wide for its field spills into the next one.
+/// wide for its field spills into the next one; docs/quirks.md, "wide codes".
 ///
 /// layout       unit                  scale     packed as
 /// RGBA8        pixel, 4 bytes        x 256     bytes R G B A (BGRA8, ARGB8: as named)
 /// RGBA16       pixel, 8 bytes        x 65536   elements R G B A (BGRA16, ARGB16: as named)
-/// BGRA32Float  pixel, 16 bytes       none      floats B G R A, clamped to 0..1
+/// BGRA32Float  pixel, 16 bytes       none      floats B G R A, clamped to 0..1; NaN stays
 /// RGB10        pixel, 4 bytes        x 1023    R bits 0-9, G 10-19, B 20-29
 /// DpxLe        pixel, 4 bytes        x 1024    (R << 24) + (G << 14) + (B << 4)
 /// DpxBe        pixel, 4 bytes        x 1024    the DpxLe word, bytes reversed

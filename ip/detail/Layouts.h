@@ -21,7 +21,7 @@ inline constexpr Order kRGB{0, 1, 2, -1, 3};
 inline constexpr Order kBGR{2, 1, 0, -1, 3};
 
 // Fields are added, not or-ed: a code too wide for its field spills into the next
-// one, and callers rely on the sum.
+// one, and callers rely on the sum. docs/quirks.md, "wide codes".
 
 constexpr std::uint32_t PackBytes(std::uint32_t b0, std::uint32_t b1, std::uint32_t b2,
                                   std::uint32_t b3) {

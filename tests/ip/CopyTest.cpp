@@ -75,11 +75,31 @@ TEST(Copy, V210Chroma) {
     EXPECT_EQ(Field(WordOf(&group[12]), 20, 10), SlowYuv10(0, 255, 0, false)[0]);
 }
 
-TEST(Copy, Vuya) {
-    const Bytes two{1, 2, 3, 4, 5, 6, 7, 8};
-    EXPECT_EQ(Scan(IpScan_Copy_VUYA8_To_VUY8, two, 8, 2), (Bytes{1, 4, 4, 3, 5, 8, 8, 7}));
-    EXPECT_EQ(Scan(IpScan_Copy_VUYA8_To_YCbYCr8, two, 8, 3),
-              (Bytes{2, 7, 1, 3, 0xEE, 0xEE, 0xEE, 0xEE}));
+// Blue lands two bits above its field: bits 22 and 23 stay empty.
+TEST(Copy, Rgb10Blue) {
+    for (unsigned blue = 0; blue < 256; ++blue)
+        EXPECT_EQ(Scan(IpScan_Copy_BGRA_To_RGB10, {static_cast<std::uint8_t>(blue), 0, 0, 0}, 4, 1),
+                  BytesOf(std::uint64_t{16777216} * blue, 4));
+}
+
+TEST(Copy, Rgb10TopBits) {
+    for (unsigned blue = 0; blue < 256; ++blue) {
+        const Bytes word =
+            Scan(IpScan_Copy_RGB8_To_RGB10, {0, 0, static_cast<std::uint8_t>(blue)}, 4, 1);
+        EXPECT_EQ(Field(WordOf(word.data()), 30, 2), 3u) << blue;
+        EXPECT_EQ(Field(WordOf(word.data()), 20, 10), blue * 4) << blue;
+    }
+}
+
+TEST(Copy, Vuy8) {
+    EXPECT_EQ(Scan(IpScan_Copy_VUYA8_To_VUY8, {1, 2, 3, 4, 5, 6, 7, 8}, 8, 2),
+              (Bytes{1, 4, 4, 3, 5, 8, 8, 7}));
+}
+
+TEST(Copy, Vuya8Pair) {
+    EXPECT_EQ(Scan(IpScan_Copy_VUYA8_To_YCbYCr8, {1, 2, 3, 4, 5, 6, 7, 8}, 8, 3),
+              (Bytes{2, 7, 1, 3, 0xEE, 0xEE, 0xEE, 0xEE}))
+        << "U0 Y1 V0 Y0, and nothing for an odd pixel";
 }
 
 // --- the General routines -------------------------------------------------------

@@ -278,6 +278,17 @@ TEST(Fill, StatedValues) {
     }
 }
 
+// Codes are added into their word, so a wide one reaches its neighbours.
+TEST(Fill, WideCodes) {
+    Bytes word(4), wide(8);
+    IpScan_Fill_RGBA8(word.data(), 0, 1, 300, 255, 0, 0, false);
+    EXPECT_EQ(WordOf(word.data()), 300u + 256u * 255u) << "a sum: 1 and 255 carry into blue";
+    IpScan_Fill_RGB10(word.data(), 0, 1, 1024, 1023, 0, 0, false);
+    EXPECT_EQ(WordOf(word.data()), 1024u * 1024u);
+    IpScan_Fill_RGBA16(wide.data(), 0, 1, 65536, 65535, 0, 7, false);
+    EXPECT_EQ(wide, (Bytes{0, 0, 0, 0, 1, 0, 7, 0}));
+}
+
 // Red keeps its low eight bits: 256 of 1023 vanishes.
 TEST(Fill, DpxFill) {
     Bytes word(4);

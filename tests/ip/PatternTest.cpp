@@ -92,7 +92,7 @@ TEST(Pattern, FourByFourIsAllSet) {
     EXPECT_EQ(frame, Bytes(64, 0xFF));
 }
 
-TEST(Pattern, Border) {
+TEST(Pattern, PatternBorder) {
     std::uint32_t frame[9][5] = {};
     IpFrame_Test_Long_Mono(frame, 20, 5, 9, 0, 1, 0, false);
     const std::uint32_t expected[9][5] = {
@@ -104,7 +104,7 @@ TEST(Pattern, Border) {
 }
 
 // White, in the byte order of the other 4:2:2 layout.
-TEST(Pattern, Pairs) {
+TEST(Pattern, PatternPairs) {
     Bytes yuyv(4), uyvy(4);
     IpFrame_Test_YUYV8(yuyv.data(), 4, 2, 1, 0);
     IpFrame_Test_UYVY8(uyvy.data(), 4, 2, 1, 0);

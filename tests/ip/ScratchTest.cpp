@@ -81,7 +81,7 @@ void RunMember(const Member& m, int width, int height, bool dstNegative, bool sr
     ASSERT_EQ(after.freed, refuse ? 0 : 1) << m.name;
 }
 
-TEST(Scratch, EveryShape) {
+TEST(Scratch, UnfinishedMembers) {
     for (const Member& m : kMembers)
         for (const int width : Widths())
             for (int height = 0; height <= kMaxHeight; ++height)

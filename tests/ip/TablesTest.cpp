@@ -109,6 +109,10 @@ TEST_F(Tables, Pitches) {
         ASSERT_EQ(IpScan_Pitch_YUYV8(w), w * 2);
         ASSERT_EQ(IpScan_Pitch_UYVY8(w), w * 2);
     }
+}
+
+// Four units for six pixels, truncated.
+TEST_F(Tables, V210Pitch) {
     const struct {
         int width, pitch;
     } v210[] = {{0, 0},  {1, 0},       {2, 1},  {5, 3},   {6, 4},  {7, 4},
@@ -164,6 +168,34 @@ TEST_F(Tables, RangeBlackers) {
                     ASSERT_EQ(row.Difference(expected), "")
                         << m.name << " start " << start << " count " << count;
                 }
+}
+
+// The start counts words of four bytes, also for pixels of eight.
+TEST_F(Tables, BlackerStart) {
+    Bytes row(24, 0xEE);
+    IpScan_Black_BGRA16(row.data(), 1, 1);
+    for (std::size_t i = 0; i < row.size(); ++i)
+        EXPECT_EQ(row[i], i / 4 == 1 || i / 4 == 2 ? 0 : 0xEE);
+    row.assign(24, 0xEE);
+    IpScan_Black_YUYV8(row.data(), 3, 5);
+    EXPECT_EQ(row, Bytes(12, 0xEE) + (Bytes{0, 0x80, 0, 0x80, 0, 0x80, 0, 0x80}) + Bytes(4, 0xEE));
+}
+
+// Twice the pixels asked for.
+TEST_F(Tables, Rgb10Blacker) {
+    Bytes row(24, 0xEE);
+    IpScan_Black_RGB10(row.data(), 1, 2);
+    EXPECT_EQ(row, Bytes(4, 0xEE) + Bytes(16, 0) + Bytes(4, 0xEE));
+}
+
+TEST_F(Tables, StatedBlackers) {
+    Bytes five(10, 0xEE);
+    IpScan_Black_YUYV8(five.data(), 0, 5);
+    EXPECT_EQ(five, (Bytes{0, 0x80, 0, 0x80, 0, 0x80, 0, 0x80, 0xEE, 0xEE})) << "two pairs of five";
+    Bytes groups(64, 0xEE);
+    IpScan_Black_v210(groups.data(), 7, 12);
+    const Bytes half = BytesOf(0x1FF001FF, 4) + BytesOf(0x0007FC00, 4);
+    EXPECT_EQ(groups, Bytes(16, 0xEE) + half + half + half + half + Bytes(16, 0xEE));
 }
 
 TEST_F(Tables, BlackersTakeNegativeCountsAsNone) {
