@@ -30,7 +30,7 @@ void IpFrame_Copy_Master(IpScanCopyFn* scanFn, void* dst, int dstRowBytes, void*
 void IpScan_Copy(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width);
 void IpFrame_Copy(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height);
 
-/// Placeholders of the family; they copy as IpScan_Copy and IpFrame_Copy do.
+/// Spare entries of the family; they copy as IpScan_Copy and IpFrame_Copy do.
 void IpScan_Dummy(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width);
 void IpFrame_Dummy(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height);
 

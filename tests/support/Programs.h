@@ -18,7 +18,8 @@ namespace zel::test {
 class WorkFolder {
 public:
     WorkFolder() {
-        std::string path = (std::filesystem::temp_directory_path() / "zel_XXXXXX").string();
+        std::string path =
+            (std::filesystem::temp_directory_path() / ("zel_" + std::string(6, 'X'))).string();
         if (!mkdtemp(path.data())) throw std::runtime_error("cannot make " + path);
         path_ = path;
     }
