@@ -75,33 +75,47 @@ EffectSession::EffectSession(const std::filesystem::path& module, Personality pe
 EffectSession::~EffectSession() { SetDown(); }
 
 void EffectSession::SetDown() {
-    try {
-        PF_InData in = MakeInData(m_personality, m_registration);
-        Send(PF_Cmd_SEQUENCE_SETDOWN, in, m_out, nullptr, nullptr);
-        Send(PF_Cmd_GLOBAL_SETDOWN, in, m_out, nullptr, nullptr);
-    } catch (const Error&) {
-        // Whoever ends the session has its pictures, or a better reason to fail.
+    for (; !m_owed.empty(); m_owed.pop_back()) {
+        try {
+            PF_InData in = MakeInData();
+            Send(m_owed.back(), in, m_out, nullptr, nullptr);
+        } catch (const Error&) {
+            // Whoever ends the session has its pictures, or a better reason to fail.
+        }
     }
+}
+
+/// Records for a command, with the data that the effect keeps for its life.
+PF_InData EffectSession::MakeInData() const {
+    PF_InData in = zel::MakeInData(m_personality, m_registration);
+    in.global_data = m_out.global_data;
+    in.sequence_data = m_out.sequence_data;
+    return in;
 }
 
 void EffectSession::SetUp() {
     const auto send = [this](PF_Cmd command) {
-        PF_InData in = MakeInData(m_personality, m_registration);
+        PF_InData in = MakeInData();
         m_out.return_msg[0] = '\0';
         const PF_Err code = Send(command, in, m_out, nullptr, nullptr);
-        if (code != PF_Err_NONE)
-            throw Error(ErrorKind::Module, "'" + File().string() + "' answered " + NameOf(command) +
-                                               " with " + std::to_string(code) + ": " +
-                                               MessageOf(m_out));
+        if (code == PF_Err_NONE) return;
+        const std::string message = OneLine(MessageOf(m_out));
+        throw Error(ErrorKind::Module, "'" + File().string() + "' answered " + NameOf(command) +
+                                           " with error " + std::to_string(code) +
+                                           (message.empty() ? "" : ": " + message));
     };
     send(PF_Cmd_GLOBAL_SETUP);
+    m_owed.push_back(PF_Cmd_GLOBAL_SETDOWN);
     if (m_personality == Personality::AfterEffects)
         m_registration.formats = AfterEffectsFormats(m_out);
     send(PF_Cmd_PARAMS_SETUP);
     send(PF_Cmd_ABOUT);
+    // "NAME, vVERSION" and a second line with the description.
     const std::string about = MessageOf(m_out);
-    m_name = about.substr(0, about.rfind(", v"));
+    const std::string title = about.substr(0, about.find_first_of("\r\n"));
+    m_name = title.substr(0, title.rfind(", v"));
     send(PF_Cmd_SEQUENCE_SETUP);
+    m_owed.push_back(PF_Cmd_SEQUENCE_SETDOWN);
 }
 
 PF_Err EffectSession::Send(PF_Cmd command, PF_InData& in, PF_OutData& out, PF_ParamDef** params,
@@ -112,7 +126,7 @@ PF_Err EffectSession::Send(PF_Cmd command, PF_InData& in, PF_OutData& out, PF_Pa
     } catch (int code) {
         thrown = "the number " + std::to_string(code);
     } catch (const std::exception& e) {
-        thrown = e.what();
+        thrown = OneLine(e.what());
     } catch (...) {
         thrown = "an object of unknown type";
     }
@@ -130,7 +144,8 @@ void EffectSession::RequireFormat(const FormatFacts& format) const {
     throw Error(ErrorKind::Module,
                 m_name + " takes no " + std::string(format.name) + " frames from " +
                     (m_personality == Personality::Premiere ? "Premiere" : "After Effects") +
-                    "; it takes " + Alternatives(taken));
+                    "; it takes " +
+                    (taken.empty() ? "none that are known here" : Alternatives(taken)));
 }
 
 RenderResult EffectSession::Render(Frame& destination, Frame& source,
@@ -146,7 +161,7 @@ RenderResult EffectSession::Render(Frame& destination, Frame& source,
     for (PF_ParamDef& record : records) params.push_back(&record);
     params.push_back(nullptr);
 
-    PF_InData in = MakeInData(m_personality, m_registration);
+    PF_InData in = MakeInData();
     in.width = destination.Width();
     in.height = destination.Height();
     in.extent_hint = output.layer.extent_hint;

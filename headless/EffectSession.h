@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace zel {
 
@@ -26,7 +27,7 @@ public:
     /// Throws Error(Module) when any of them fails.
     EffectSession(const std::filesystem::path& module, Personality personality);
 
-    /// Sends SEQUENCE_SETDOWN and GLOBAL_SETDOWN.
+    /// Sends SEQUENCE_SETDOWN and GLOBAL_SETDOWN, as far as their set-up went well.
     ~EffectSession();
 
     EffectSession(const EffectSession&) = delete;
@@ -52,6 +53,7 @@ public:
     RenderResult Render(Frame& destination, Frame& source, const ParameterValues& values) const;
 
 private:
+    PF_InData MakeInData() const;
     PF_Err Send(PF_Cmd command, PF_InData& in, PF_OutData& out, PF_ParamDef** params,
                 PF_LayerDef* output) const;
     void SetUp();
@@ -62,6 +64,7 @@ private:
     mutable Registration m_registration;  // mutable: effect_ref is a pointer to non-const
     std::string m_name;
     PF_OutData m_out{};
+    std::vector<PF_Cmd> m_owed;  // set-downs that answer the set-ups so far
 };
 
 }  // namespace zel

@@ -93,10 +93,13 @@ const Parameter& Parameters::Find(std::string_view nameOrId) const {
         if (id ? p.id == *id : Folded(p.path) == folded) return p;
         paths.push_back(p.path);
     }
-    const auto nearest = Nearest(nameOrId, paths, 4);
-    throw Error(ErrorKind::Usage,
-                "the effect has no parameter '" + std::string(nameOrId) + "'" +
-                    (nearest.empty() ? "" : "; near it: " + Alternatives(nearest)));
+    std::string hint = id ? "" : DidYouMean(nameOrId, paths);
+    if (hint.empty() && !paths.empty())
+        hint = "; it has " + std::to_string(paths.size()) + ", from '" + paths.front() + "' to '" +
+               paths.back() + "'";
+    throw Error(ErrorKind::Usage, "the effect has no parameter " +
+                                      (id ? "with the id " : std::string()) + "'" +
+                                      std::string(nameOrId) + "'" + hint);
 }
 
 ParameterValues::ParameterValues(const Parameters& parameters) : m_parameters(&parameters) {
@@ -104,9 +107,8 @@ ParameterValues::ParameterValues(const Parameters& parameters) : m_parameters(&p
 }
 
 void ParameterValues::Set(const Parameter& parameter, double value) {
-    const std::string given =
-        std::isfinite(value) ? Number(static_cast<float>(value)) : "not a number";
-    if (!std::isfinite(value)) Reject(parameter, "set", "the value is no finite number");
+    const std::string given = Number(value);
+    if (!std::isfinite(value)) Reject(parameter, given, "that is no finite number");
     if (value < parameter.Minimum() || value > parameter.Maximum())
         Reject(parameter, given, "out of range");
     PF_ParamDef& record = m_records[static_cast<std::size_t>(parameter.index - 1)];
@@ -115,14 +117,16 @@ void ParameterValues::Set(const Parameter& parameter, double value) {
     else if (value == 0.0 || value == 1.0)
         record.u.bd.value = value == 1.0;
     else
-        Reject(parameter, given, "a check box has two states");
+        Reject(parameter, given, "it has two states");
 }
 
 void ParameterValues::Set(const Parameter& parameter, std::string_view text) {
     std::optional<double> value = Parsed<double>(text);
     if (!value && parameter.kind == Parameter::Kind::CheckBox) value = CheckBoxWord(text);
     if (!value || !std::isfinite(*value))
-        Reject(parameter, "'" + std::string(text) + "'", "that is no number");
+        Reject(
+            parameter, "'" + std::string(text) + "'",
+            parameter.kind == Parameter::Kind::CheckBox ? "that is neither" : "that is no number");
     Set(parameter, *value);
 }
 

@@ -25,6 +25,13 @@ std::size_t EditDistance(std::string_view a, std::string_view b) {
     return row[b.size()];
 }
 
+template <class T>
+std::string Shortest(T value) {
+    char text[64];
+    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
+    return {text, end};
+}
+
 }  // namespace
 
 std::string Lower(std::string_view text) {
@@ -46,8 +53,7 @@ std::vector<std::string> Nearest(std::string_view wanted, std::span<const std::s
     }
     std::ranges::stable_sort(ranked, {}, &std::pair<std::size_t, std::string>::first);
     const std::size_t limit = std::max<std::size_t>(2, wanted.size() / 2);
-    if (!ranked.empty() && ranked.front().first <= limit)
-        std::erase_if(ranked, [=](const auto& r) { return r.first > limit; });
+    std::erase_if(ranked, [=](const auto& r) { return r.first > limit; });
     if (ranked.size() > most) ranked.resize(most);
 
     std::vector<std::string> nearest;
@@ -62,10 +68,20 @@ std::string Alternatives(std::span<const std::string> names) {
     return text;
 }
 
-std::string Number(float value) {
-    char text[64];
-    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
-    return {text, end};
+std::string DidYouMean(std::string_view wanted, std::span<const std::string> names) {
+    const auto nearest = Nearest(wanted, names, 4);
+    return nearest.empty() ? "" : "; did you mean " + Alternatives(nearest) + "?";
 }
+
+std::string OneLine(std::string_view text) {
+    std::string line;
+    for (const char c : text) line += std::iscntrl(static_cast<unsigned char>(c)) ? ' ' : c;
+    const auto first = line.find_first_not_of(' ');
+    if (first == std::string::npos) return {};
+    return line.substr(first, line.find_last_not_of(' ') - first + 1);
+}
+
+std::string Number(float value) { return Shortest(value); }
+std::string Number(double value) { return Shortest(value); }
 
 }  // namespace zel

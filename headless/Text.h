@@ -11,15 +11,22 @@ namespace zel {
 
 std::string Lower(std::string_view text);
 
-/// `names` sorted by how near they are to `wanted`, the nearest `most` of them; only
-/// those that a slip of the fingers could explain, or all when none is near.
+/// Those of `names` that contain `wanted` or that a slip of the fingers could turn into
+/// it, the nearest first, at most `most`; case does not count.
 std::vector<std::string> Nearest(std::string_view wanted, std::span<const std::string> names,
                                  std::size_t most);
 
 /// "a, b or c"; empty for no names.
 std::string Alternatives(std::span<const std::string> names);
 
-/// Shortest decimal text that reads back as the same float: "0.6", "-100".
+/// "; did you mean a, b or c?" with the four nearest names; empty when none is near.
+std::string DidYouMean(std::string_view wanted, std::span<const std::string> names);
+
+/// Line breaks and other control characters as blanks, none of them at the ends.
+std::string OneLine(std::string_view text);
+
+/// Shortest decimal text that reads back as the same number: "0.6", "-100", "nan".
 std::string Number(float value);
+std::string Number(double value);
 
 }  // namespace zel
