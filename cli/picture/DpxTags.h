@@ -21,8 +21,13 @@ struct DpxTags {
 /// The tags of a DPX file; null when the file is none.
 std::optional<DpxTags> ReadDpxTags(const std::filesystem::path& file);
 
-/// Puts transfer and colorimetric tag into a DPX file. Throws Error(Other).
-void WriteDpxTags(const std::filesystem::path& file, const DpxTags& tags);
+/// True when the file is shorter than its picture: the library reads past the end
+/// without a word. Says nothing of run-length coded pictures.
+bool DpxBreaksOff(const std::filesystem::path& file);
+
+/// Puts transfer and colorimetric tag into a DPX file, and `name` as the file name that
+/// its header tells. Throws Error(Other).
+void WriteDpxTags(const std::filesystem::path& file, const DpxTags& tags, std::string name);
 
 /// "log", "linear", "rec709", ...; null for another text.
 std::optional<std::uint8_t> DpxTransferNamed(std::string_view name);

@@ -28,6 +28,7 @@ struct PictureHeader {
     std::filesystem::path file;
     int width = 0, height = 0;
     bool hasAlpha = false;
+    bool associated = false;  // the file's colours are multiplied with alpha
     Depth depth = Depth::U8;
     std::optional<DpxTags> dpx;  // of DPX files only
     std::shared_ptr<const PictureAttributes> attributes;

@@ -25,7 +25,6 @@ struct PictureAttributes {
 struct PictureReader::Impl {
     std::unique_ptr<OIIO::ImageInput> file;
     std::array<int, 4> channel{};  // of the file: red, green, blue, alpha; -1 where absent
-    bool associated = false;       // colours are multiplied with alpha
 };
 
 namespace {
@@ -104,8 +103,8 @@ Depth DepthOf(const OIIO::ImageSpec& spec) {
 }
 
 /// Error texts of the library may have several lines, the first of which says most.
-std::string OneLine(const std::string& text) {
-    const std::string first = text.substr(0, text.find('\n'));
+std::string FirstLine(const std::string& text) {
+    const std::string first = OneLine(text.substr(0, text.find('\n')));
     return first.empty() ? "no reason given" : first;
 }
 
@@ -153,7 +152,8 @@ PictureReader::PictureReader(const fs::path& file) : m_impl(std::make_unique<Imp
     straight["oiio:UnassociatedAlpha"] = 1;
     m_impl->file = OIIO::ImageInput::open(file.string(), &straight);
     if (!m_impl->file)
-        FailToRead(file, "it is no picture of a known type (" + OneLine(OIIO::geterror()) + ")");
+        FailToRead(file, "it is damaged or no picture of a known type (" +
+                             FirstLine(OIIO::geterror()) + ")");
 
     const OIIO::ImageSpec& spec = m_impl->file->spec();
     if (spec.depth > 1) FailToRead(file, "it is a volume, not a picture");
@@ -164,8 +164,9 @@ PictureReader::PictureReader(const fs::path& file) : m_impl(std::make_unique<Imp
     m_header.hasAlpha = m_impl->channel[3] >= 0;
     m_header.depth = DepthOf(spec);
     m_header.dpx = ReadDpxTags(file);
+    if (m_header.dpx && DpxBreaksOff(file)) FailToRead(file, "it breaks off before its last row");
     m_header.attributes = std::make_shared<PictureAttributes>(PictureAttributes{spec});
-    m_impl->associated =
+    m_header.associated =
         m_header.hasAlpha && spec.get_int_attribute("oiio:UnassociatedAlpha") == 0 && !m_header.dpx;
 }
 
@@ -182,11 +183,13 @@ void PictureReader::Read(Frame& to) {
     const OIIO::stride_t pixel = to.Format().BytesPerPixel();
     const QuietLibraries quiet;
     const auto read = [&](int begin, int end, int element) {
-        if (!m_impl->file->read_image(0, 0, begin, end, TypeDescOf(to.Format().sample),
-                                      to.Row(0) + element * BytesOf(to.Format().sample), pixel,
-                                      to.RowBytes()))
+        const bool done = m_impl->file->read_image(
+            0, 0, begin, end, TypeDescOf(to.Format().sample),
+            to.Row(0) + element * BytesOf(to.Format().sample), pixel, to.RowBytes());
+        // The text alone tells of TIFF strips and JPEG scans that end too early.
+        if (!done || m_impl->file->has_error())
             FailToRead(m_header.file,
-                       "it breaks off or is damaged (" + OneLine(m_impl->file->geterror()) + ")");
+                       "it breaks off or is damaged (" + FirstLine(m_impl->file->geterror()) + ")");
     };
     if (last - first < 4) {  // the usual case: one pass over the file
         read(first, last + 1, 0);
@@ -197,7 +200,7 @@ void PictureReader::Read(Frame& to) {
             if (int& p = position[static_cast<std::size_t>(k)]; p >= 0) read(p, p + 1, k), p = k;
     }
     Rearrange(to, position);
-    if (m_impl->associated) Unassociate(to);
+    if (m_header.associated) Unassociate(to);
 }
 
 // --- writing --------------------------------------------------------------------
@@ -235,14 +238,24 @@ OIIO::ImageSpec SpecFor(const FileType& type, const Frame& frame, const PictureH
         spec["oiio:Endian"] = dpx.bigEndian ? "big" : "little";
         spec.erase_attribute("oiio:ColorSpace");  // the tags say it
     }
+    // Where no date is given, the library writes the time of day; the same render shall
+    // give the same bytes. A value that it cannot write as a date leaves the file without.
+    if (!spec.find_attribute("DateTime")) {
+        if (type.suffix == ".exr")
+            spec["DateTime"] = "";
+        else if (type.suffix.starts_with(".tif"))
+            spec["DateTime"] = 0;
+    }
     if (type.alpha == Alpha::None && !spec.find_attribute("CompressionQuality"))
         spec["CompressionQuality"] = 95;
     return spec;
 }
 
-/// One row in the order R, G, B(, A) of a file.
+/// One row in the order R, G, B(, A) of a file. `keepGlow`: colours beside an alpha of 0
+/// stay as they are, as reading them from associated alpha left them.
 template <class T>
-void PackRow(const Frame& frame, int y, int channels, bool associate, std::vector<T>& row) {
+void PackRow(const Frame& frame, int y, int channels, Alpha alpha, bool keepGlow,
+             std::vector<T>& row) {
     const auto element = frame.Format().element;
     const std::byte* from = frame.Row(y);
     auto to = row.begin();
@@ -252,9 +265,9 @@ void PackRow(const Frame& frame, int y, int channels, bool associate, std::vecto
         const auto sample = [&](int k) {
             return pixel[static_cast<std::size_t>(element[static_cast<std::size_t>(k)])];
         };
-        for (int k = 0; k < channels; ++k) {
-            *to++ = associate && k < 3 ? Multiplied(sample(k), sample(3)) : sample(k);
-        }
+        const bool multiply = alpha == Alpha::Associated && !(keepGlow && sample(3) == T{0});
+        for (int k = 0; k < channels; ++k)
+            *to++ = multiply && k < 3 ? Multiplied(sample(k), sample(3)) : sample(k);
     }
 }
 
@@ -268,25 +281,26 @@ void WritePicture(const fs::path& file, const Frame& frame, const PictureHeader&
     const DpxTags dpx = options.dpx ? *options.dpx : source.dpx.value_or(DpxTags{});
     const OIIO::ImageSpec spec = SpecFor(type, frame, source, depth, channels, dpx);
 
+    const QuietLibraries quiet;
     TemporaryFile temporary(file);
     auto out = OIIO::ImageOutput::create(temporary.Path().string());
-    if (!out) FailToWrite(file, OneLine(OIIO::geterror()));
-    if (!out->open(temporary.Path().string(), spec)) FailToWrite(file, OneLine(out->geterror()));
+    if (!out) FailToWrite(file, FirstLine(OIIO::geterror()));
+    if (!out->open(temporary.Path().string(), spec)) FailToWrite(file, FirstLine(out->geterror()));
 
-    const bool associate = type.alpha == Alpha::Associated && channels == 4;
+    const Alpha alpha = channels == 4 ? type.alpha : Alpha::None;
     const auto writeRows = [&](auto sample) {
         using T = decltype(sample);
         std::vector<T> row(static_cast<std::size_t>(frame.Width()) *
                            static_cast<std::size_t>(channels));
         for (int y = 0; y < frame.Height(); ++y) {
-            PackRow<T>(frame, y, channels, associate, row);
+            PackRow<T>(frame, y, channels, alpha, source.associated, row);
             if (!out->write_scanline(spec.y + y, 0, OIIO::BaseTypeFromC<T>::value, row.data()))
-                FailToWrite(file, OneLine(out->geterror()));
+                FailToWrite(file, FirstLine(out->geterror()));
         }
     };
     WithSampleType(frame.Format().sample, writeRows);
-    if (!out->close()) FailToWrite(file, OneLine(out->geterror()));
-    if (type.suffix == ".dpx") WriteDpxTags(temporary.Path(), dpx);
+    if (!out->close()) FailToWrite(file, FirstLine(out->geterror()));
+    if (type.suffix == ".dpx") WriteDpxTags(temporary.Path(), dpx, file.filename().string());
     temporary.Commit();
 }
 

@@ -35,8 +35,8 @@ TemporaryFile::TemporaryFile(const fs::path& target) : m_target(target) {
     if (fs::is_directory(target, ignored))
         throw Error(ErrorKind::Other,
                     "cannot write '" + target.string() + "': it is a folder; name a file in it");
-    m_path = folder / ("." + target.stem().string() + "." + UniqueWord() + ".part" +
-                       target.extension().string());
+    // Not after the target: its name may be as long as names can be.
+    m_path = folder / (".zelfx-" + UniqueWord() + target.extension().string());
     errno = 0;
     if (!std::ofstream(m_path))
         throw Error(ErrorKind::Other,
