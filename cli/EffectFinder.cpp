@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 #if defined(_WIN32)
@@ -53,10 +54,8 @@ std::string Folded(std::string_view name) {
     return folded.starts_with("zel") ? folded.substr(3) : folded;
 }
 
-bool LooksLikeFile(std::string_view effect) {
-    return effect.ends_with(Module::kSuffix) || fs::is_regular_file(effect) ||
-           effect.starts_with("./") || effect.starts_with("../") || effect.starts_with("/");
-}
+/// A bare name is one of an effect, even where a file of that name lies about.
+bool IsPath(std::string_view effect) { return fs::path(effect).has_parent_path(); }
 
 }  // namespace
 
@@ -84,24 +83,30 @@ std::vector<fs::path> ModuleFiles() {
     return files;
 }
 
+std::string WhereModulesBelong() {
+    std::vector<std::string> folders;
+    for (const fs::path& folder : ModuleFolders()) folders.push_back("'" + folder.string() + "'");
+    return "in " + Alternatives(folders) + "; set ZELFX_PATH to their folder";
+}
+
 fs::path FindModule(std::string_view effect) {
-    if (LooksLikeFile(effect)) return fs::path(effect);
+    if (IsPath(effect)) return fs::path(effect);
+    std::string_view wanted = effect;
+    if (wanted.ends_with(Module::kSuffix)) wanted.remove_suffix(std::strlen(Module::kSuffix));
     std::vector<std::string> names;
     for (const fs::path& file : ModuleFiles()) {
         const std::string stem = file.stem().string();
-        if (Folded(stem) == Folded(effect)) return file;
+        if (Folded(stem) == Folded(wanted)) return file;
         names.push_back(stem.starts_with("zel_") ? stem.substr(4) : stem);
     }
-    if (names.empty()) {
-        std::vector<std::string> folders;
-        for (const fs::path& folder : ModuleFolders())
-            folders.push_back("'" + folder.string() + "'");
-        throw Error(ErrorKind::Module, "no effect '" + std::string(effect) +
-                                           "': there are no modules in " + Alternatives(folders) +
-                                           "; set ZELFX_PATH to their folder");
-    }
-    throw Error(ErrorKind::Module, "no effect '" + std::string(effect) + "'; did you mean " +
-                                       Alternatives(Nearest(effect, names, 4)) + "?");
+    if (names.empty())
+        throw Error(ErrorKind::Module, "there is no effect '" + std::string(effect) +
+                                           "': there are no modules " + WhereModulesBelong());
+    // A module in the current folder, as a last resort.
+    if (wanted.size() < effect.size() && fs::exists(effect)) return fs::path(effect);
+    const std::string hint = DidYouMean(wanted, names);
+    throw Error(ErrorKind::Module, "there is no effect '" + std::string(effect) + "'" +
+                                       (hint.empty() ? "; there is " + AllOf(names) : hint));
 }
 
 }  // namespace zel

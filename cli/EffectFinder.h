@@ -3,6 +3,7 @@
 /// Looking for effect modules.
 
 #include <filesystem>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -16,9 +17,12 @@ std::vector<std::filesystem::path> ModuleFolders();
 /// Every module file in those folders, by name; of two with one name the first.
 std::vector<std::filesystem::path> ModuleFiles();
 
-/// The module for what a person typed: a path of a file, the file's name with or
-/// without "zel_" and suffix, or the effect's own name; case, blanks and punctuation do
-/// not count. Throws Error(Module) with the names that there are.
+/// "in 'FOLDER' or 'FOLDER'; set ZELFX_PATH to their folder", for errors.
+std::string WhereModulesBelong();
+
+/// The module for what a person typed: a path with a folder in it, a module's name with
+/// or without "zel_" and suffix, or the effect's own name; in names, case, blanks and
+/// punctuation do not count. Throws Error(Module) with the names that there are.
 std::filesystem::path FindModule(std::string_view effect);
 
 }  // namespace zel

@@ -50,8 +50,37 @@ void RequireVerb(std::span<const Verb> verbs, const std::string& given) {
     std::vector<std::string> names;
     for (const Verb& verb : verbs) names.emplace_back(verb.name);
     if (std::ranges::find(names, given) == names.end())
-        throw Error(ErrorKind::Usage, "there is no verb '" + given + "'; did you mean " +
-                                          Alternatives(Nearest(given, names, 3)) + "?");
+        throw Error(ErrorKind::Usage,
+                    "there is no verb '" + given + "'; the verbs are " + AllOf(names));
+}
+
+/// What the parser found wrong, in the words of this program. `verb` is null when there
+/// is none yet, and `rest` what nothing in its table takes.
+std::string Complaint(const CLI::ParseError& error, std::span<const Verb> verbs, const Verb* verb,
+                      const std::vector<std::string>& rest) {
+    const bool tooMuch = dynamic_cast<const CLI::ExtrasError*>(&error) && !rest.empty();
+    if (tooMuch && rest.front().starts_with('-')) {
+        std::vector<std::string> known{"--help"};
+        if (verb)
+            for (const Option& option : verb->options)
+                if (!option.IsPositional()) known.push_back("--" + option.Key());
+        return "there is no option '" + rest.front() + "'" + DidYouMean(rest.front(), known);
+    }
+    if (tooMuch) return "'" + rest.front() + "' is one argument too many";
+    if (!verb) {
+        std::vector<std::string> names;
+        for (const Verb& v : verbs) names.emplace_back(v.name);
+        return "a verb is missing: " + Alternatives(names);
+    }
+    const std::string text = OneLine(error.what());
+    for (const Option& option : verb->options) {
+        const std::string name = option.IsPositional() ? option.Key() : "--" + option.Key();
+        if (dynamic_cast<const CLI::RequiredError*>(&error) && text.starts_with(name + " "))
+            return name + " is missing (" + option.help + ")";
+        if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) && text.starts_with(name + ":"))
+            return name + " needs a value behind it: " + option.value;
+    }
+    return text;
 }
 
 }  // namespace
@@ -84,12 +113,14 @@ int RunVerbs(std::span<const Verb> verbs, int argc, const char* const* argv) {
     app.set_version_flag("--version", "zelfx " ZELFX_VERSION);
     app.require_subcommand(1);
     app.get_formatter()->column_width(32);
+    app.get_formatter()->label("SUBCOMMAND", "VERB ...");
+    app.get_formatter()->label("REQUIRED", "(required)");
 
     if (argc > 1 && argv[1][0] != '-') RequireVerb(verbs, argv[1]);
     std::deque<std::pair<CLI::App*, std::deque<Slot>>> parsers;
     for (const Verb& verb : verbs) {
         CLI::App* sub = app.add_subcommand(verb.name, verb.summary);
-        sub->footer(verb.examples);
+        sub->footer(verb.examples)->group("Verbs");
         auto& slots = parsers.emplace_back(sub, std::deque<Slot>()).second;
         for (const Option& option : verb.options)
             AddOption(*sub, slots.emplace_back(Slot{&option, {}}));
@@ -99,10 +130,13 @@ int RunVerbs(std::span<const Verb> verbs, int argc, const char* const* argv) {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
         if (e.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(e);
-        const auto& chosen = app.get_subcommands();
-        std::cerr << "zelfx: " << e.what() << "; see 'zelfx "
-                  << (chosen.empty() ? "" : chosen[0]->get_name() + " ") << "--help'\n";
-        return kUsageStatus;
+        const CLI::App* chosen = app.get_subcommands().empty() ? nullptr : app.get_subcommands()[0];
+        const auto verb = std::ranges::find_if(
+            verbs, [&](const Verb& v) { return chosen && chosen->get_name() == v.name; });
+        throw Error(
+            ErrorKind::Usage,
+            Complaint(e, verbs, verb == verbs.end() ? nullptr : &*verb, app.remaining(true)) +
+                "; see 'zelfx " + (chosen ? chosen->get_name() + " " : "") + "--help'");
     }
     for (std::size_t i = 0; i < verbs.size(); ++i)
         if (parsers[i].first->parsed()) return verbs[i].run(Collect(parsers[i].second));

@@ -3,6 +3,7 @@
 #include "abi/HostCodes.h"
 #include "cli/picture/Pixels.h"
 #include "headless/Error.h"
+#include "headless/Text.h"
 
 #include <algorithm>
 
@@ -33,9 +34,9 @@ void RequireRendered(const EffectSession& session, const RenderResult& result) {
     const bool harmless =
         session.Host() == Personality::AfterEffects && result.code == PF_Err_BAD_CALLBACK_PARAM;
     if (result.code == PF_Err_NONE || harmless) return;
-    throw Error(ErrorKind::Module, session.Name() + " refused the frame with " +
-                                       std::to_string(result.code) +
-                                       (result.message.empty() ? "" : ": " + result.message));
+    throw Error(ErrorKind::Module,
+                session.Name() + " refused the frame with error " + std::to_string(result.code) +
+                    (result.message.empty() ? "" : ": " + OneLine(result.message)));
 }
 
 std::optional<DpxTags> TagsFor(const PictureHeader& source, const RenderOptions& options) {

@@ -4,9 +4,21 @@
 #include "cli/verbs/Verbs.h"
 #include "headless/Error.h"
 
+#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <new>
+
+namespace {
+
+/// Results that could not be printed, on a full disk for instance, are no success.
+void FlushResults() {
+    std::cout.flush();
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) || !std::cout)
+        throw zel::Error(zel::ErrorKind::Other, "cannot write to standard output");
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     const zel::Verb verbs[] = {
@@ -19,7 +31,9 @@ int main(int argc, char** argv) {
         zel::PlaceVerb(),
     };
     try {
-        return zel::RunVerbs(verbs, argc, argv);
+        const int status = zel::RunVerbs(verbs, argc, argv);
+        FlushResults();
+        return status;
     } catch (const zel::Error& e) {
         std::cerr << "zelfx: " << e.what() << '\n';
         return static_cast<int>(e.Kind());

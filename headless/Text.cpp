@@ -25,6 +25,13 @@ std::size_t EditDistance(std::string_view a, std::string_view b) {
     return row[b.size()];
 }
 
+std::string Joined(std::span<const std::string> names, const char* beforeLast) {
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        text += (i == 0 ? "" : i + 1 == names.size() ? beforeLast : ", ") + names[i];
+    return text;
+}
+
 template <class T>
 std::string Shortest(T value) {
     char text[64];
@@ -61,12 +68,8 @@ std::vector<std::string> Nearest(std::string_view wanted, std::span<const std::s
     return nearest;
 }
 
-std::string Alternatives(std::span<const std::string> names) {
-    std::string text;
-    for (std::size_t i = 0; i < names.size(); ++i)
-        text += (i == 0 ? "" : i + 1 == names.size() ? " or " : ", ") + names[i];
-    return text;
-}
+std::string Alternatives(std::span<const std::string> names) { return Joined(names, " or "); }
+std::string AllOf(std::span<const std::string> names) { return Joined(names, " and "); }
 
 std::string DidYouMean(std::string_view wanted, std::span<const std::string> names) {
     const auto nearest = Nearest(wanted, names, 4);

@@ -19,6 +19,9 @@ std::vector<std::string> Nearest(std::string_view wanted, std::span<const std::s
 /// "a, b or c"; empty for no names.
 std::string Alternatives(std::span<const std::string> names);
 
+/// "a, b and c"; empty for no names.
+std::string AllOf(std::span<const std::string> names);
+
 /// "; did you mean a, b or c?" with the four nearest names; empty when none is near.
 std::string DidYouMean(std::string_view wanted, std::span<const std::string> names);
 

@@ -1,11 +1,10 @@
 /// zelfx describe: the parameters of an effect, as its module registers them.
 
 #include "cli/EffectFinder.h"
+#include "cli/Json.h"
 #include "cli/verbs/Verbs.h"
 #include "headless/EffectSession.h"
 #include "headless/Text.h"
-
-#include <nlohmann/json.hpp>
 
 #include <cstdio>
 #include <iostream>
@@ -56,7 +55,7 @@ void PrintJson(const EffectSession& session) {
         list.push_back(entry);
     }
     effect["parameters"] = list;
-    std::cout << effect.dump(2) << '\n';
+    std::cout << JsonText(effect);
 }
 
 void PrintTable(const EffectSession& session) {
@@ -64,8 +63,8 @@ void PrintTable(const EffectSession& session) {
                 "name", "range", "default", "decimals");
     for (const Parameter& p : session.Params().All()) {
         if (p.kind == Parameter::Kind::GroupEnd) continue;
-        std::printf("%5d %5d  %*s%-*s", p.index, p.id, 2 * p.depth, "", 36 - 2 * p.depth,
-                    p.name.c_str());
+        std::printf("%5d %5d  %*s%*s", p.index, p.id, 2 * p.depth, "",
+                    p.IsSettable() ? 2 * p.depth - 36 : 0, p.name.c_str());
         if (p.kind == Parameter::Kind::Slider)
             std::printf(" %14s %9s %8d", p.Range().c_str(), Number(p.Default()).c_str(),
                         p.Precision());

@@ -1,11 +1,10 @@
 /// zelfx list: the effects that are there.
 
 #include "cli/EffectFinder.h"
+#include "cli/Json.h"
 #include "cli/verbs/Verbs.h"
 #include "headless/EffectSession.h"
 #include "headless/Error.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cstdio>
@@ -46,17 +45,14 @@ int Run(const Arguments& arguments) {
                             {"module", e.module},
                             {"file", e.file},
                             {"parameters", e.parameters}});
-        std::cout << list.dump(2) << '\n';
+        std::cout << JsonText(list);
     } else {
         for (const Found& e : effects)
             std::printf("%-28s %-32s %3zu parameters\n", e.name.c_str(), e.module.c_str(),
                         e.parameters);
-        if (effects.empty()) {
-            std::cerr << "zelfx: no effect modules found; looked in";
-            for (const auto& folder : ModuleFolders()) std::cerr << " '" << folder.string() << "'";
-            std::cerr << '\n';
-        }
     }
+    if (effects.empty() && !failed)
+        throw Error(ErrorKind::Module, "there are no effect modules " + WhereModulesBelong());
     return failed || effects.empty() ? static_cast<int>(ErrorKind::Module) : 0;
 }
 

@@ -69,11 +69,20 @@ RenderOptions OptionsFrom(const Arguments& arguments) {
     return options;
 }
 
+/// The options of DPX files do nothing to others: better said than passed over.
+void RequireDpx(const Arguments& arguments, const std::string& out) {
+    if (Lower(std::filesystem::path(out).extension().string()) == ".dpx") return;
+    for (const char* option : {"endian", "transfer"})
+        if (arguments.Has(option))
+            throw Error(ErrorKind::Usage, "--" + std::string(option) + " is for DPX files, and '" +
+                                              out + "' is none");
+}
+
 void PrintNotes(const RenderReport& report) {
     const auto note = [](const std::string& text) { std::cerr << "zelfx: note: " << text << '\n'; };
     if (report.effect.code != 0)
         note("the effect rendered the frame and returned " + std::to_string(report.effect.code) +
-             " (\"" + report.effect.message + "\"), as it does in After Effects");
+             " (\"" + OneLine(report.effect.message) + "\"), as it does in After Effects");
     if (report.floatNarrowed)
         note("After Effects hands this effect no float frames: the picture was taken in 16 bits");
     if (report.clipped > 0)
@@ -87,6 +96,7 @@ int Run(const Arguments& arguments) {
     const Personality host = Choice(arguments, "host", "premiere", "ae") ? Personality::AfterEffects
                                                                          : Personality::Premiere;
     const std::string in = *arguments.Last("IN"), out = *arguments.Last("OUT");
+    RequireDpx(arguments, out);
 
     const EffectSession session(FindModule(*arguments.Last("effect")), host);
     ParameterValues values(session.Params());
