@@ -133,10 +133,11 @@ int RunVerbs(std::span<const Verb> verbs, int argc, const char* const* argv) {
         const CLI::App* chosen = app.get_subcommands().empty() ? nullptr : app.get_subcommands()[0];
         const auto verb = std::ranges::find_if(
             verbs, [&](const Verb& v) { return chosen && chosen->get_name() == v.name; });
-        throw Error(
-            ErrorKind::Usage,
-            Complaint(e, verbs, verb == verbs.end() ? nullptr : &*verb, app.remaining(true)) +
-                "; see 'zelfx " + (chosen ? chosen->get_name() + " " : "") + "--help'");
+        std::string text =
+            Complaint(e, verbs, verb == verbs.end() ? nullptr : &*verb, app.remaining(true));
+        if (!text.ends_with('?'))
+            text += "; see 'zelfx " + (chosen ? chosen->get_name() + " " : "") + "--help'";
+        throw Error(ErrorKind::Usage, text);
     }
     for (std::size_t i = 0; i < verbs.size(); ++i)
         if (parsers[i].first->parsed()) return verbs[i].run(Collect(parsers[i].second));

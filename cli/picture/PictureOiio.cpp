@@ -7,10 +7,14 @@
 #include "headless/Error.h"
 #include "headless/Text.h"
 
+#include <OpenImageIO/filesystem.h>
 #include <OpenImageIO/imageio.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <system_error>
 #include <vector>
 
@@ -164,7 +168,8 @@ PictureReader::PictureReader(const fs::path& file) : m_impl(std::make_unique<Imp
     m_header.hasAlpha = m_impl->channel[3] >= 0;
     m_header.depth = DepthOf(spec);
     m_header.dpx = ReadDpxTags(file);
-    if (m_header.dpx && DpxBreaksOff(file)) FailToRead(file, "it breaks off before its last row");
+    if (m_header.dpx && DpxBreaksOff(file))
+        FailToRead(file, "it is damaged: it ends before its last row");
     m_header.attributes = std::make_shared<PictureAttributes>(PictureAttributes{spec});
     m_header.associated =
         m_header.hasAlpha && spec.get_int_attribute("oiio:UnassociatedAlpha") == 0 && !m_header.dpx;
@@ -189,7 +194,7 @@ void PictureReader::Read(Frame& to) {
         // The text alone tells of TIFF strips and JPEG scans that end too early.
         if (!done || m_impl->file->has_error())
             FailToRead(m_header.file,
-                       "it breaks off or is damaged (" + FirstLine(m_impl->file->geterror()) + ")");
+                       "it is damaged or breaks off (" + FirstLine(m_impl->file->geterror()) + ")");
     };
     if (last - first < 4) {  // the usual case: one pass over the file
         read(first, last + 1, 0);
@@ -216,6 +221,34 @@ Depth DepthFor(const fs::path& file, Depth wish) {
 bool HoldsAlpha(const fs::path& file) { return TypeOf(file).alpha != Alpha::None; }
 
 namespace {
+
+/// Where the picture libraries write to. The one for PNG passes over a write that fails,
+/// as on a full disk, and the one for JPEG ends the program. So to them every write
+/// succeeds, and Finish() tells.
+class CheckedFile : public OIIO::Filesystem::IOFile {
+public:
+    explicit CheckedFile(const fs::path& file) : IOFile(file.string(), Write) {}
+
+    // Not "file", for which the stream would be written past write().
+    const char* proxytype() const override { return "checked file"; }
+
+    std::size_t write(const void* data, std::size_t size) override {
+        errno = 0;
+        if (m_failure == 0 && IOFile::write(data, size) != size) m_failure = errno ? errno : EIO;
+        return size;
+    }
+
+    /// Closes the file. 0 when all of it was written, else the first error number.
+    int Finish() {
+        errno = 0;
+        if (m_failure == 0 && std::fflush(handle()) != 0) m_failure = errno ? errno : EIO;
+        close();
+        return m_failure;
+    }
+
+private:
+    int m_failure = 0;
+};
 
 OIIO::ImageSpec SpecFor(const FileType& type, const Frame& frame, const PictureHeader& source,
                         const DepthFacts& depth, int channels, const DpxTags& dpx) {
@@ -283,8 +316,11 @@ void WritePicture(const fs::path& file, const Frame& frame, const PictureHeader&
 
     const QuietLibraries quiet;
     TemporaryFile temporary(file);
+    CheckedFile target(temporary.Path());
     auto out = OIIO::ImageOutput::create(temporary.Path().string());
     if (!out) FailToWrite(file, FirstLine(OIIO::geterror()));
+    // The others report their failures, and TIFF needs a file of its own.
+    if (type.suffix == ".png" || type.alpha == Alpha::None) out->set_ioproxy(&target);
     if (!out->open(temporary.Path().string(), spec)) FailToWrite(file, FirstLine(out->geterror()));
 
     const Alpha alpha = channels == 4 ? type.alpha : Alpha::None;
@@ -300,6 +336,7 @@ void WritePicture(const fs::path& file, const Frame& frame, const PictureHeader&
     };
     WithSampleType(frame.Format().sample, writeRows);
     if (!out->close()) FailToWrite(file, FirstLine(out->geterror()));
+    if (const int error = target.Finish()) FailToWrite(file, std::strerror(error));
     if (type.suffix == ".dpx") WriteDpxTags(temporary.Path(), dpx, file.filename().string());
     temporary.Commit();
 }
