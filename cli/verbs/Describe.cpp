@@ -2,6 +2,7 @@
 
 #include "cli/EffectFinder.h"
 #include "cli/Json.h"
+#include "cli/Settings.h"
 #include "cli/verbs/Verbs.h"
 #include "headless/EffectSession.h"
 #include "headless/Text.h"
@@ -51,6 +52,7 @@ void PrintJson(const EffectSession& session) {
             entry["precision"] = p.Precision();
         } else if (p.kind == Parameter::Kind::CheckBox) {
             entry["default"] = p.Default() != 0.0f;
+            if (const std::string words = PlainWords(p); !words.empty()) entry["meaning"] = words;
         }
         list.push_back(entry);
     }
@@ -70,6 +72,8 @@ void PrintTable(const EffectSession& session) {
                         p.Precision());
         else if (p.kind == Parameter::Kind::CheckBox)
             std::printf(" %14s %9s", p.Range().c_str(), p.Default() != 0.0f ? "on" : "off");
+        if (const std::string words = PlainWords(p); !words.empty())
+            std::printf("\n%15s(%s)", "", words.c_str());
         std::printf("\n");
     }
 }

@@ -2,6 +2,7 @@
 
 #include "cli/EffectFinder.h"
 #include "cli/RenderPicture.h"
+#include "cli/Settings.h"
 #include "cli/verbs/Verbs.h"
 #include "headless/EffectSession.h"
 #include "headless/Error.h"
@@ -15,18 +16,20 @@ namespace {
 
 // clang-format off
 constexpr Option kOptions[] = {
-    {"IN",            "",           "picture to read",                                        Option::Required},
-    {"OUT",           "",           "picture to write: .png .tif .exr .dpx .jpg",             Option::Required},
-    {"-e,--effect",   "EFFECT",     "effect name, module name or module file",                Option::Required},
-    {"-s,--set",      "NAME=VALUE", "a parameter, by path or id; may be repeated",            Option::Many},
-    {"--host",        "HOST",       "editor to play: premiere (default) or ae"},
-    {"--format",      "FORMAT",     "pixel format handed to the effect (default: by the depth of IN)"},
-    {"--depth",       "DEPTH",      "of OUT: 8, 10, 12, 16, half, float (default: as IN)"},
-    {"--alpha",       "WHICH",      "keep the source's (default), or take the module's"},
-    {"--range16",     "SCALE",      "16-bit white: full (65535, default) or ae (32768)"},
-    {"--endian",      "ORDER",      "of a DPX file: big or little (default: as IN, else big)"},
-    {"--transfer",    "TAG",        "of a DPX file: log, linear, rec709, ... (default: as IN)"},
-    {"-q,--quiet",    nullptr,      "print nothing but errors"},
+    {"IN",               "",           "picture to read",                                          Option::Required},
+    {"OUT",              "",           "picture to write: .png .tif .exr .dpx .jpg",               Option::Required},
+    {"-e,--effect",      "EFFECT",     "effect name, module name or module file",                  Option::Required},
+    {"-s,--set",         "NAME=VALUE", "a parameter, by path or id; may be repeated",              Option::Many},
+    {"--log-to-linear",  nullptr,      "Log/Linear Conversion: switch its check box off"},
+    {"--linear-to-log",  nullptr,      "Log/Linear Conversion: switch its check box on"},
+    {"--host",           "HOST",       "editor to play: premiere (default) or ae"},
+    {"--format",         "FORMAT",     "pixel format handed to the effect (default: by the depth of IN)"},
+    {"--depth",          "DEPTH",      "of OUT: 8, 10, 12, 16, half, float (default: as IN)"},
+    {"--alpha",          "WHICH",      "keep the source's (default), or take the module's"},
+    {"--range16",        "SCALE",      "16-bit white: full (65535, default) or ae (32768)"},
+    {"--endian",         "ORDER",      "of a DPX file: big or little (default: as IN, else big)"},
+    {"--transfer",       "TAG",        "of a DPX file: log, linear, rec709, ... (default: as IN)"},
+    {"-q,--quiet",       nullptr,      "print nothing but errors"},
 };
 // clang-format on
 
@@ -100,14 +103,16 @@ int Run(const Arguments& arguments) {
 
     const EffectSession session(FindModule(*arguments.Last("effect")), host);
     ParameterValues values(session.Params());
-    for (const std::string& assignment : arguments.All("set")) values.Set(assignment);
+    ApplySettings(arguments, values);
 
     const RenderReport report = RenderPicture(session, values, in, out, options);
     if (arguments.Has("quiet")) return 0;
     PrintNotes(report);
     std::cout << out << ": " << report.width << " x " << report.height << ", "
               << NameOf(report.depth) << (report.depth >= Depth::Half ? "" : " bit") << ", through "
-              << session.Name() << " as " << report.format->name << '\n';
+              << session.Name() << " as " << report.format->name;
+    if (const auto direction = DirectionOf(values)) std::cout << ", " << *direction;
+    std::cout << '\n';
     return 0;
 }
 

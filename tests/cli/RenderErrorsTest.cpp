@@ -203,9 +203,9 @@ TEST_F(RenderErrors, WrongUsage) {
     const struct {
         Words arguments, texts;
     } cases[] = {
-        {{}, {"verb", "list, describe or render", "--help"}},
-        {{"rendre"}, {"'rendre'", "list, describe and render"}},
-        {{""}, {"''", "list, describe and render"}},
+        {{}, {"verb", "list, describe, render,", "--help"}},
+        {{"rendre"}, {"'rendre'", "list, describe, render,"}},
+        {{""}, {"''", "list, describe, render,"}},
         {{"render"}, {"IN", "missing", "zelfx render --help"}},
         {{"render", "good.png"}, {"OUT", "missing", "zelfx render --help"}},
         {{"render", "good.png", "out.png"}, {"--effect", "missing", "zelfx render --help"}},
