@@ -22,13 +22,8 @@ void FlushResults() {
 
 int main(int argc, char** argv) {
     const zel::Verb verbs[] = {
-        zel::ListVerb(),
-        zel::DescribeVerb(),
-        zel::RenderVerb(),
-        zel::CurveVerb(),
-        zel::ConvertVerb(),
-        zel::PatternVerb(),
-        zel::PlaceVerb(),
+        zel::ListVerb(),    zel::DescribeVerb(), zel::RenderVerb(), zel::CurveVerb(),
+        zel::ConvertVerb(), zel::PatternVerb(),  zel::PlaceVerb(),
     };
     try {
         const int status = zel::RunVerbs(verbs, argc, argv);

@@ -42,7 +42,7 @@ TEST_F(RenderResources, NoDateIsMadeUpAndAGivenOneIsKept) {
     }
 }
 
-#if !ZEL_SANITIZED  // sanitizers multiply memory
+#if !defined(ZEL_SANITIZED)  // sanitizers multiply memory
 
 TEST_F(RenderResources, MemoryIsTwoFramesAndLittleMore) {
     Tool({"oiiotool", "--pattern",
