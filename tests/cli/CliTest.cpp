@@ -75,6 +75,21 @@ Outcome CliTest::Render(const std::string& in, const std::string& out, const Wor
     return outcome;
 }
 
+void CliTest::ExpectRefused(const Words& arguments, int status, const Words& texts) const {
+    std::string command;
+    for (const std::string& word : arguments) command += word + ' ';
+    SCOPED_TRACE(command);
+    const Words before = Listing();
+    const Outcome run = Zelfx(arguments);
+    EXPECT_EQ(run.status, status);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(LinesOf(run.err), 1u) << run.err;
+    EXPECT_TRUE(run.err.starts_with("zelfx: ")) << run.err;
+    for (const std::string& text : texts)
+        EXPECT_NE(run.err.find(text), std::string::npos) << "'" << text << "' in " << run.err;
+    EXPECT_EQ(Listing(), before);
+}
+
 Outcome CliTest::Tool(const Words& command) const {
     Outcome outcome = RunProgram(command, {.folder = m_folder});
     if (outcome.status == 0) return outcome;

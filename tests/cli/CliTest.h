@@ -48,6 +48,10 @@ protected:
     /// zelfx render IN OUT --effect color_balance and more; status 0 is expected.
     Outcome Render(const std::string& in, const std::string& out, const Words& more = {}) const;
 
+    /// Runs zelfx and expects `status`, one line on standard error with every one of
+    /// `texts`, nothing else printed and the folder as it was.
+    void ExpectRefused(const Words& arguments, int status, const Words& texts) const;
+
     /// Runs another program in the folder and throws unless its status is 0.
     Outcome Tool(const Words& command) const;
 

@@ -38,16 +38,6 @@ protected:
         EXPECT_EQ(rows.size(), 1024u);
         return rows;
     }
-
-    void ExpectRefused(const Words& arguments, int status, const Words& texts) {
-        const Words before = Listing();
-        const Outcome run = Zelfx(arguments);
-        EXPECT_EQ(run.status, status) << run.err;
-        EXPECT_EQ(LinesOf(run.err), 1u) << run.err;
-        for (const std::string& text : texts)
-            EXPECT_NE(run.err.find(text), std::string::npos) << "'" << text << "' in " << run.err;
-        EXPECT_EQ(Listing(), before);
-    }
 };
 
 TEST_F(CurveVerb, NumbersOfColorBalanceAreTheRestatedCurve) {

@@ -19,15 +19,6 @@ protected:
             bytes[i] = static_cast<unsigned char>(i * 37 + i / 251);
         return bytes;
     }
-    void ExpectRefused(const Words& arguments, int status, const Words& texts) {
-        const Words before = Listing();
-        const Outcome run = Zelfx(arguments);
-        EXPECT_EQ(run.status, status) << run.err;
-        EXPECT_EQ(LinesOf(run.err), 1u) << run.err;
-        for (const std::string& text : texts)
-            EXPECT_NE(run.err.find(text), std::string::npos) << "'" << text << "' in " << run.err;
-        EXPECT_EQ(Listing(), before);
-    }
 };
 
 TEST_F(RawVerbs, ConvertsToDpxWordsThatOthersRead) {

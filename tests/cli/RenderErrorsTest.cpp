@@ -18,21 +18,6 @@ protected:
         MakeWithMagick("good.png", 64, 64, noise, {"-define", "png:bit-depth=16"});
     }
 
-    /// Runs zelfx and expects `status`, one line with every one of `texts` and nothing else.
-    void ExpectRefused(const Words& arguments, int status, const Words& texts) {
-        std::string command;
-        for (const std::string& word : arguments) command += word + ' ';
-        SCOPED_TRACE(command);
-        const Words before = Listing();
-        const Outcome run = Zelfx(arguments);
-        EXPECT_EQ(run.status, status);
-        EXPECT_EQ(run.out, "");
-        EXPECT_EQ(LinesOf(run.err), 1u) << run.err;
-        EXPECT_TRUE(run.err.starts_with("zelfx: ")) << run.err;
-        for (const std::string& text : texts)
-            EXPECT_NE(run.err.find(text), std::string::npos) << "'" << text << "' in " << run.err;
-        EXPECT_EQ(Listing(), before);
-    }
     void ExpectPictureRefused(const std::string& in, const Words& texts) {
         ExpectRefused({"render", in, "out.png", "-e", "color_balance"}, 3, texts);
     }
