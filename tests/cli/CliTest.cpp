@@ -75,12 +75,13 @@ Outcome CliTest::Render(const std::string& in, const std::string& out, const Wor
     return outcome;
 }
 
-void CliTest::ExpectRefused(const Words& arguments, int status, const Words& texts) const {
+void CliTest::ExpectRefused(const Words& arguments, int status, const Words& texts,
+                            const RunOptions& options) const {
     std::string command;
     for (const std::string& word : arguments) command += word + ' ';
     SCOPED_TRACE(command);
     const Words before = Listing();
-    const Outcome run = Zelfx(arguments);
+    const Outcome run = Zelfx(arguments, options);
     EXPECT_EQ(run.status, status);
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(LinesOf(run.err), 1u) << run.err;

@@ -50,7 +50,8 @@ protected:
 
     /// Runs zelfx and expects `status`, one line on standard error with every one of
     /// `texts`, nothing else printed and the folder as it was.
-    void ExpectRefused(const Words& arguments, int status, const Words& texts) const;
+    void ExpectRefused(const Words& arguments, int status, const Words& texts,
+                       const RunOptions& options = {}) const;
 
     /// Runs another program in the folder and throws unless its status is 0.
     Outcome Tool(const Words& command) const;
