@@ -29,7 +29,9 @@ void AddOption(CLI::App& app, Slot& slot) {
         return;
     }
     CLI::Option* added = app.add_option(option.flags, slot.values, option.help);
-    added->type_name(option.value)->allow_extra_args(false);  // one value each time
+    // One value each time, but for names that stand without a flag.
+    added->type_name(option.value)
+        ->allow_extra_args(option.IsPositional() && option.count == Option::Many);
     if (option.count != Option::Many) added->expected(1);
     // A repeated option overrides; a positional argument would swallow its neighbours.
     if (option.count != Option::Many && !option.IsPositional())

@@ -6,6 +6,7 @@
 #include "headless/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zel {
 
@@ -59,13 +60,38 @@ const FormatFacts& FormatFor(const EffectSession& session, Depth depth) {
                 session.Name() + " takes no frames of " + NameOf(depth) + "-bit samples");
 }
 
-RenderReport RenderPicture(const EffectSession& session, const ParameterValues& values,
-                           const std::filesystem::path& in, const std::filesystem::path& out,
-                           const RenderOptions& options) {
+PrPixelFormat FormatHolding(Depth depth) {
+    switch (SampleFor(depth)) {
+        case SampleType::U8: return PrPixelFormat_BGRA_4444_8u;
+        case SampleType::U16: return PrPixelFormat_BGRA_4444_16u;
+        default: return PrPixelFormat_BGRA_4444_32f;
+    }
+}
+
+const FormatFacts& FormatFor(const Chain& chain, Depth depth, const FormatFacts* wish) {
+    const FormatFacts& format = wish ? *wish : FormatFor(chain.front().session, depth);
+    for (const ChainLink& link : chain) link.session.RequireFormat(format);
+    return format;
+}
+
+Frame& RenderChain(const Chain& chain, Frame& source, Frame& other, bool moduleAlpha,
+                   RenderResult& result) {
+    Frame *from = &source, *to = &other;
+    for (const ChainLink& link : chain) {
+        RenderResult rendered = link.session.Render(*to, *from, link.values);
+        RequireRendered(link.session, rendered);
+        if (rendered.code != PF_Err_NONE) result = std::move(rendered);
+        if (!moduleAlpha) CopyAlpha(*to, *from);
+        std::swap(from, to);
+    }
+    return *from;
+}
+
+RenderReport RenderPicture(const Chain& chain, const std::filesystem::path& in,
+                           const std::filesystem::path& out, const RenderOptions& options) {
     PictureReader reader(in);
     const PictureHeader& header = reader.Header();
-    const FormatFacts& format = options.format ? *options.format : FormatFor(session, header.depth);
-    session.RequireFormat(format);
+    const FormatFacts& format = FormatFor(chain, header.depth, options.format);
     const bool editorRange = options.editorRange && format.sample == SampleType::U16;
 
     RenderReport report{};
@@ -85,16 +111,13 @@ RenderReport RenderPicture(const EffectSession& session, const ParameterValues& 
     }
     if (editorRange) ToEditorScale(source);
 
-    Frame destination(format.code, header.width, header.height);
-    report.effect = session.Render(destination, source, values);
-    RequireRendered(session, report.effect);
-
-    if (!options.moduleAlpha) CopyAlpha(destination, source);
-    if (editorRange) FromEditorScale(destination);
+    Frame other(format.code, header.width, header.height);
+    Frame& result = RenderChain(chain, source, other, options.moduleAlpha, report.effect);
+    if (editorRange) FromEditorScale(result);
 
     const bool wantsAlpha = header.hasAlpha || options.moduleAlpha;
     report.alphaDropped = wantsAlpha && !HoldsAlpha(out);
-    WritePicture(out, destination, header,
+    WritePicture(out, result, header,
                  {.depth = report.depth, .alpha = wantsAlpha, .dpx = TagsFor(header, options)});
     return report;
 }

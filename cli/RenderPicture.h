@@ -1,9 +1,9 @@
 #pragma once
 
-/// One picture file through one effect into another picture file.
+/// One picture file through a chain of effects into another picture file.
 
+#include "cli/Chain.h"
 #include "cli/picture/Picture.h"
-#include "headless/EffectSession.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -30,16 +30,28 @@ struct RenderReport {
     std::uint64_t samples = 0;   // float colour samples in all
     bool alphaDropped = false;   // the output's type holds none
     bool floatNarrowed = false;  // a float picture was handed over in 16 bits
-    RenderResult effect;
+    RenderResult effect;         // the last one that was not 0
 };
 
 /// The format in which a picture of that depth is handed to the effect.
 const FormatFacts& FormatFor(const EffectSession& session, Depth depth);
 
-/// Holds two frames at a time, the source and the destination. Throws Error; then no
-/// output file is left.
-RenderReport RenderPicture(const EffectSession& session, const ParameterValues& values,
-                           const std::filesystem::path& in, const std::filesystem::path& out,
-                           const RenderOptions& options);
+/// A format that holds pictures of that depth, for work without an effect: BGRA.
+PrPixelFormat FormatHolding(Depth depth);
+
+/// The format for all of the chain: `wish`, or what the first effect takes pictures of
+/// that depth in. Throws Error(Module) when one of them does not take it.
+const FormatFacts& FormatFor(const Chain& chain, Depth depth, const FormatFacts* wish);
+
+/// Takes `source` through the chain by way of `other`, a frame like it, back and forth.
+/// Returns the frame that holds the result, with the alpha of the source unless the
+/// modules' is asked for. Throws Error(Module) when an effect refuses.
+Frame& RenderChain(const Chain& chain, Frame& source, Frame& other, bool moduleAlpha,
+                   RenderResult& result);
+
+/// Holds two frames at a time, however long the chain is. Throws Error; then no output
+/// file is left.
+RenderReport RenderPicture(const Chain& chain, const std::filesystem::path& in,
+                           const std::filesystem::path& out, const RenderOptions& options);
 
 }  // namespace zel

@@ -41,6 +41,10 @@ void ApplySettings(const Arguments& arguments, ParameterValues& values) {
     if (toLog) SetDirection(values, "linear-to-log", true);
 }
 
+bool IsDefault(const ParameterValues& values, const Parameter& parameter) {
+    return static_cast<float>(values.Get(parameter)) == parameter.Default();
+}
+
 std::string PlainWords(const Parameter& parameter) {
     return parameter.kind == Parameter::Kind::CheckBox && parameter.path == kDirectionBox
                ? "off: log to linear; on: linear to log"

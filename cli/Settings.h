@@ -14,6 +14,9 @@ namespace zel {
 /// Puts --set, --log-to-linear and --linear-to-log into `values`. Throws Error(Usage).
 void ApplySettings(const Arguments& arguments, ParameterValues& values);
 
+/// True when the effect would be handed its default.
+bool IsDefault(const ParameterValues& values, const Parameter& parameter);
+
 /// What a parameter's states do, where its label does not say so; empty otherwise.
 std::string PlainWords(const Parameter& parameter);
 

@@ -21,10 +21,12 @@ void FlushResults() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // clang-format off
     const zel::Verb verbs[] = {
         zel::ListVerb(),    zel::DescribeVerb(), zel::RenderVerb(), zel::CurveVerb(),
         zel::ConvertVerb(), zel::PatternVerb(),  zel::PlaceVerb(),
     };
+    // clang-format on
     try {
         const int status = zel::RunVerbs(verbs, argc, argv);
         FlushResults();

@@ -11,7 +11,7 @@ namespace zel {
 enum class ErrorKind : int {
     Other = 1,   // output, memory, the machine
     Usage = 2,   // the command line
-    Input = 3,   // a picture that cannot be read
+    Input = 3,   // a picture or preset that cannot be read
     Module = 4,  // no effect there, or the effect failed
 };
 

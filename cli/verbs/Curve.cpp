@@ -1,11 +1,10 @@
 /// zelfx curve: the transfer curve of a setting, drawn or as numbers.
 
-#include "cli/EffectFinder.h"
-#include "cli/Settings.h"
+#include "cli/Chain.h"
+#include "cli/curve/ChainCurve.h"
 #include "cli/curve/Plot.h"
 #include "cli/picture/TemporaryFile.h"
 #include "cli/verbs/Verbs.h"
-#include "headless/EffectSession.h"
 #include "headless/Error.h"
 #include "headless/Text.h"
 
@@ -19,26 +18,17 @@ namespace {
 
 // clang-format off
 constexpr Option kOptions[] = {
-    {"EFFECT",          "",           "effect or module, or an operation of the engine (ApplyInvert)", Option::Required},
-    {"-s,--set",        "NAME=VALUE", "a parameter, by path or id; of an operation by number",         Option::Many},
+    {"LOOK",        "",     "effect, preset (*.json) or several, or an operation (ApplyInvert)", Option::Many},
+    kEffectOption,
+    kPresetOption,
+    kSetOption,
+    kToLinearOption,
+    kToLogOption,
+    kSavePresetOption,
     {"-o,--output",     "FILE",       ".svg or .png (plot), .csv or .txt (numbers)"},
     {"--exact",         nullptr,      "the whole codes that the module renders, not the float curve"},
-    {"--log-to-linear", nullptr,      "Log/Linear Conversion: switch its check box off"},
-    {"--linear-to-log", nullptr,      "Log/Linear Conversion: switch its check box on"},
 };
 // clang-format on
-
-/// "Highlights/Red 12.5, Shadows/RGB -5": what is not at its default.
-std::string SettingText(const ParameterValues& values) {
-    std::string text;
-    for (const Parameter& p : values.List().All()) {
-        if (!p.IsSettable() || values.Get(p) == static_cast<double>(p.Default())) continue;
-        text += (text.empty() ? "" : ", ") + p.path + " " +
-                (p.kind == Parameter::Kind::CheckBox ? "on"
-                                                     : Number(static_cast<float>(values.Get(p))));
-    }
-    return text.empty() ? "every parameter at its default" : text;
-}
 
 /// "1=50" for an operation of the engine.
 std::pair<std::size_t, float> ParseEntry(const std::string& assignment) {
@@ -70,24 +60,26 @@ void Save(const Plot& plot, const std::filesystem::path& file) {
     temporary.Commit();
 }
 
-Plot PlotOfEffect(const Arguments& arguments) {
-    const EffectSession session(FindModule(*arguments.Last("EFFECT")), Personality::Premiere);
-    ParameterValues values(session.Params());
-    ApplySettings(arguments, values);
+Plot PlotOfLook(const Arguments& arguments) {
+    const Chain chain = ChainFrom(arguments);
     const bool exact = arguments.Has("exact");
-    const auto direction = DirectionOf(values);
-    return {
-        .title = session.Name() + (exact ? " (exact codes)" : ""),
-        .subtitle = SettingText(values) + (direction ? ": " + *direction : ""),
-        .curve = exact ? ExactCurve(session, values) : FloatCurve(session, values),
-        .references = ReferencesOf(session, values),
+    // The reference codes are codes of the picture only where nothing else changes them.
+    const ChainLink* only = chain.size() == 1 ? &chain.front() : nullptr;
+    Plot plot{
+        .title = NamesOf(chain) + (exact ? " (exact codes)" : ""),
+        .subtitle = SettingsOf(chain),
+        .curve = CurveOf(chain, exact),
+        .references = only ? ReferencesOf(only->session, only->values) : std::nullopt,
     };
+    SavePresetIfAsked(arguments, chain);
+    return plot;
 }
 
 /// Entries of the parameter array by number: no module tells their names.
 Plot PlotOfOperation(const Arguments& arguments) {
-    const std::string name = *arguments.Last("EFFECT");
-    for (const char* option : {"exact", "log-to-linear", "linear-to-log"})
+    const std::string name = *arguments.Last("LOOK");
+    for (const char* option :
+         {"effect", "preset", "save-preset", "exact", "log-to-linear", "linear-to-log"})
         if (arguments.Has(option))
             throw Error(ErrorKind::Usage,
                         std::string("--") + option + " is for effects, not for " + name);
@@ -106,8 +98,9 @@ Plot PlotOfOperation(const Arguments& arguments) {
 }
 
 int Run(const Arguments& arguments) {
-    const std::string name = *arguments.Last("EFFECT");
-    const Plot plot = IsOperation(name) ? PlotOfOperation(arguments) : PlotOfEffect(arguments);
+    const auto& looks = arguments.All("LOOK");
+    const bool operation = looks.size() == 1 && IsOperation(looks.front());
+    const Plot plot = operation ? PlotOfOperation(arguments) : PlotOfLook(arguments);
     const auto file = arguments.Last("output");
     if (file) {
         Save(plot, *file);

@@ -1,6 +1,6 @@
 /// zelfx place: crop, offset and flip a picture with the image library's transforms.
 
-#include "cli/picture/Picture.h"
+#include "cli/RenderPicture.h"
 #include "cli/raw/RawLayouts.h"
 #include "cli/verbs/Verbs.h"
 #include "headless/Error.h"
@@ -46,16 +46,6 @@ std::vector<float> NumbersOption(const Arguments& arguments, const std::string& 
     throw Error(ErrorKind::Usage, "--" + key + " cannot be '" + *text + "': it takes " + form);
 }
 
-PrPixelFormat FormatOf(Depth depth) {
-    switch (depth) {
-        case Depth::U8: return PrPixelFormat_BGRA_4444_8u;
-        case Depth::U10:
-        case Depth::U12:
-        case Depth::U16: return PrPixelFormat_BGRA_4444_16u;
-        default: return PrPixelFormat_BGRA_4444_32f;
-    }
-}
-
 void Transform(IpTransformArg& arg, SampleType sample) {
     switch (sample) {
         case SampleType::U8: return IpFrame_Transform_Char4(&arg);
@@ -73,7 +63,7 @@ int Run(const Arguments& arguments) {
     const PictureHeader& header = reader.Header();
     const auto given = arguments.Last("size");
     const FrameSize size = given ? ParseSize(*given) : FrameSize{header.width, header.height};
-    const PrPixelFormat format = FormatOf(header.depth);
+    const PrPixelFormat format = FormatHolding(header.depth);
     Frame source(format, header.width, header.height), destination(format, size.width, size.height);
     reader.Read(source);
 

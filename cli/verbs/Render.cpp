@@ -1,10 +1,10 @@
 /// zelfx render: a picture through an effect.
 
-#include "cli/EffectFinder.h"
+#include "cli/Chain.h"
+#include "cli/Choice.h"
 #include "cli/RenderPicture.h"
 #include "cli/Settings.h"
 #include "cli/verbs/Verbs.h"
-#include "headless/EffectSession.h"
 #include "headless/Error.h"
 #include "headless/Text.h"
 
@@ -16,35 +16,24 @@ namespace {
 
 // clang-format off
 constexpr Option kOptions[] = {
-    {"IN",               "",           "picture to read",                                          Option::Required},
-    {"OUT",              "",           "picture to write: .png .tif .exr .dpx .jpg",               Option::Required},
-    {"-e,--effect",      "EFFECT",     "effect name, module name or module file",                  Option::Required},
-    {"-s,--set",         "NAME=VALUE", "a parameter, by path or id; may be repeated",              Option::Many},
-    {"--log-to-linear",  nullptr,      "Log/Linear Conversion: switch its check box off"},
-    {"--linear-to-log",  nullptr,      "Log/Linear Conversion: switch its check box on"},
-    {"--host",           "HOST",       "editor to play: premiere (default) or ae"},
-    {"--format",         "FORMAT",     "pixel format handed to the effect (default: by the depth of IN)"},
-    {"--depth",          "DEPTH",      "of OUT: 8, 10, 12, 16, half, float (default: as IN)"},
-    {"--alpha",          "WHICH",      "keep the source's (default), or take the module's"},
-    {"--range16",        "SCALE",      "16-bit white: full (65535, default) or ae (32768)"},
-    {"--endian",         "ORDER",      "of a DPX file: big or little (default: as IN, else big)"},
-    {"--transfer",       "TAG",        "of a DPX file: log, linear, rec709, ... (default: as IN)"},
-    {"-q,--quiet",       nullptr,      "print nothing but errors"},
+    {"IN",            "",           "picture to read",                                        Option::Required},
+    {"OUT",           "",           "picture to write: .png .tif .exr .dpx .jpg",             Option::Required},
+    kEffectOption,
+    kPresetOption,
+    kSetOption,
+    kToLinearOption,
+    kToLogOption,
+    kSavePresetOption,
+    {"--host",        "HOST",       "editor to play: premiere (default) or ae"},
+    {"--format",      "FORMAT",     "pixel format handed to the effect (default: by the depth of IN)"},
+    {"--depth",       "DEPTH",      "of OUT: 8, 10, 12, 16, half, float (default: as IN)"},
+    {"--alpha",       "WHICH",      "keep the source's (default), or take the module's"},
+    {"--range16",     "SCALE",      "16-bit white: full (65535, default) or ae (32768)"},
+    {"--endian",      "ORDER",      "of a DPX file: big or little (default: as IN, else big)"},
+    {"--transfer",    "TAG",        "of a DPX file: log, linear, rec709, ... (default: as IN)"},
+    {"-q,--quiet",    nullptr,      "print nothing but errors"},
 };
 // clang-format on
-
-[[noreturn]] void Reject(const std::string& option, const std::string& given,
-                         const std::string& wanted) {
-    throw Error(ErrorKind::Usage, "--" + option + " cannot be '" + given + "': it takes " + wanted);
-}
-
-/// True for `yes`, false for `no` and when the option is absent.
-bool Choice(const Arguments& arguments, const std::string& option, const std::string& no,
-            const std::string& yes) {
-    const std::string given = Lower(arguments.Last(option).value_or(no));
-    if (given != no && given != yes) Reject(option, given, no + " or " + yes);
-    return given == yes;
-}
 
 const FormatFacts* FormatOption(const Arguments& arguments) {
     const auto given = arguments.Last("format");
@@ -52,22 +41,23 @@ const FormatFacts* FormatOption(const Arguments& arguments) {
     if (const FormatFacts* format = FormatNamed(*given)) return format;
     std::vector<std::string> names;
     for (const FormatFacts& f : KnownFormats()) names.emplace_back(f.name);
-    Reject("format", *given, Alternatives(names));
+    RejectOption("format", *given, Alternatives(names));
 }
 
 RenderOptions OptionsFrom(const Arguments& arguments) {
     RenderOptions options;
     options.format = FormatOption(arguments);
-    options.moduleAlpha = Choice(arguments, "alpha", "keep", "module");
-    options.editorRange = Choice(arguments, "range16", "full", "ae");
+    options.moduleAlpha = Choice(arguments, "alpha", {"keep", "module"}) == 1;
+    options.editorRange = Choice(arguments, "range16", {"full", "ae"}) == 1;
     if (const auto depth = arguments.Last("depth")) {
         options.depth = DepthNamed(*depth);
-        if (!options.depth) Reject("depth", *depth, "8, 10, 12, 16, half or float");
+        if (!options.depth) RejectOption("depth", *depth, "8, 10, 12, 16, half or float");
     }
-    if (arguments.Has("endian")) options.bigEndian = Choice(arguments, "endian", "little", "big");
+    if (arguments.Has("endian"))
+        options.bigEndian = Choice(arguments, "endian", {"little", "big"}) == 1;
     if (const auto transfer = arguments.Last("transfer")) {
         options.transfer = DpxTransferNamed(*transfer);
-        if (!options.transfer) Reject("transfer", *transfer, DpxTransferNames());
+        if (!options.transfer) RejectOption("transfer", *transfer, DpxTransferNames());
     }
     return options;
 }
@@ -96,22 +86,19 @@ void PrintNotes(const RenderReport& report) {
 
 int Run(const Arguments& arguments) {
     const RenderOptions options = OptionsFrom(arguments);
-    const Personality host = Choice(arguments, "host", "premiere", "ae") ? Personality::AfterEffects
-                                                                         : Personality::Premiere;
     const std::string in = *arguments.Last("IN"), out = *arguments.Last("OUT");
     RequireDpx(arguments, out);
 
-    const EffectSession session(FindModule(*arguments.Last("effect")), host);
-    ParameterValues values(session.Params());
-    ApplySettings(arguments, values);
-
-    const RenderReport report = RenderPicture(session, values, in, out, options);
+    const Chain chain = ChainFrom(arguments);
+    const RenderReport report = RenderPicture(chain, in, out, options);
+    SavePresetIfAsked(arguments, chain);
     if (arguments.Has("quiet")) return 0;
     PrintNotes(report);
     std::cout << out << ": " << report.width << " x " << report.height << ", "
               << NameOf(report.depth) << (report.depth >= Depth::Half ? "" : " bit") << ", through "
-              << session.Name() << " as " << report.format->name;
-    if (const auto direction = DirectionOf(values)) std::cout << ", " << *direction;
+              << NamesOf(chain) << " as " << report.format->name;
+    for (const ChainLink& link : chain)
+        if (const auto direction = DirectionOf(link.values)) std::cout << ", " << *direction;
     std::cout << '\n';
     return 0;
 }
@@ -120,7 +107,7 @@ int Run(const Arguments& arguments) {
 
 Verb RenderVerb() {
     return {
-        "render", "Take a picture through an effect", kOptions,
+        "render", "Take a picture through an effect, or a chain of them", kOptions,
         "Example:\n"
         "  zelfx render in.dpx out.dpx -e color_balance -s Highlights/Red=12.5 -s shadows.rgb=-5\n"
         "Exit status: 0 done, 1 failed, 2 wrong usage, 3 unreadable input, 4 effect failed",
