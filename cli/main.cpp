@@ -23,8 +23,14 @@ void FlushResults() {
 int main(int argc, char** argv) {
     // clang-format off
     const zel::Verb verbs[] = {
-        zel::ListVerb(),    zel::DescribeVerb(), zel::RenderVerb(), zel::CurveVerb(),
-        zel::ConvertVerb(), zel::PatternVerb(),  zel::PlaceVerb(),
+        zel::ListVerb(),
+        zel::DescribeVerb(),
+        zel::RenderVerb(),
+        zel::CurveVerb(),
+        zel::ExportVerb(),
+        zel::ConvertVerb(),
+        zel::PatternVerb(),
+        zel::PlaceVerb(),
     };
     // clang-format on
     try {

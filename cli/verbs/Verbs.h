@@ -10,6 +10,7 @@ Verb ListVerb();
 Verb DescribeVerb();
 Verb RenderVerb();
 Verb CurveVerb();
+Verb ExportVerb();
 Verb ConvertVerb();
 Verb PatternVerb();
 Verb PlaceVerb();
