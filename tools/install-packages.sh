@@ -8,7 +8,8 @@ build=(g++ cmake ninja-build pkg-config libopenimageio-dev libcli11-dev nlohmann
        libcairo2-dev fonts-dejavu-core)
 test=(clang libclang-rt-14-dev clang-format g++-multilib binutils
       libgtest-dev libbenchmark-dev
-      openimageio-tools imagemagick ffmpeg valgrind)
+      openimageio-tools imagemagick ffmpeg valgrind
+      opencolorio-tools libopencolorio-dev)
 
 case "${1:-}" in
   build) wanted=("${build[@]}") ;;

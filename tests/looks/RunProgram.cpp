@@ -1,0 +1,63 @@
+#include "tests/looks/RunProgram.h"
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <stdexcept>
+
+namespace zel::test {
+
+namespace {
+
+constexpr int kNotStarted = 127;
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+std::string ContentOf(std::FILE* file) {
+    std::string text;
+    std::rewind(file);
+    for (int c = std::fgetc(file); c != EOF; c = std::fgetc(file)) text += static_cast<char>(c);
+    return text;
+}
+
+[[noreturn]] void BecomeProgram(const std::vector<std::string>& command, const RunOptions& options,
+                                int out, int err) {
+    const int in = open("/dev/null", O_RDONLY);
+    if (!options.out.empty()) out = open(options.out.c_str(), O_WRONLY | O_CREAT, 0666);
+    if (dup2(in, 0) < 0 || dup2(out, 1) < 0 || dup2(err, 2) < 0) _exit(kNotStarted);
+    if (!options.folder.empty() && chdir(options.folder.c_str()) != 0) _exit(kNotStarted);
+    for (const auto& [name, value] : options.environment) setenv(name.c_str(), value.c_str(), 1);
+    std::vector<char*> arguments;
+    for (const std::string& word : command) arguments.push_back(const_cast<char*>(word.c_str()));
+    arguments.push_back(nullptr);
+    execvp(arguments[0], arguments.data());
+    _exit(kNotStarted);
+}
+
+}  // namespace
+
+Outcome RunProgram(const std::vector<std::string>& command, const RunOptions& options) {
+    // Files rather than pipes: neither side can make the other wait.
+    const File out(std::tmpfile()), err(std::tmpfile());
+    if (!out || !err) throw std::runtime_error("no temporary file for a program's output");
+    const pid_t child = fork();
+    if (child == 0) BecomeProgram(command, options, fileno(out.get()), fileno(err.get()));
+    int status = 0;
+    rusage usage{};
+    if (child < 0 || wait4(child, &status, 0, &usage) != child)
+        throw std::runtime_error("cannot start a child process");
+    if (WIFEXITED(status) && WEXITSTATUS(status) == kNotStarted)
+        throw std::runtime_error("the program '" + command[0] + "' is missing or does not start");
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), ContentOf(out.get()),
+            ContentOf(err.get()), usage.ru_maxrss};
+}
+
+}  // namespace zel::test

@@ -1,0 +1,28 @@
+#pragma once
+
+/// Child processes for tests of programs.
+
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace zel::test {
+
+struct Outcome {
+    int status;            // exit status; -signal when a signal ended the program
+    std::string out, err;  // what it printed, each on its own
+    long peakKiB;          // largest resident memory
+};
+
+struct RunOptions {
+    std::filesystem::path folder = {};  // to run in; empty: this one
+    std::vector<std::pair<std::string, std::string>> environment = {};  // set on top of ours
+    std::filesystem::path out = {};  // a file in place of Outcome::out
+};
+
+/// Runs a program, found through PATH unless its name has a folder. Throws
+/// std::runtime_error when it cannot be started.
+Outcome RunProgram(const std::vector<std::string>& command, const RunOptions& options = {});
+
+}  // namespace zel::test
