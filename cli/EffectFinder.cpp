@@ -55,7 +55,12 @@ std::string Folded(std::string_view name) {
 }
 
 /// A bare name is one of an effect, even where a file of that name lies about.
-bool IsPath(std::string_view effect) { return fs::path(effect).has_parent_path(); }
+bool IsPath(std::string_view effect) {
+    const fs::path path(effect);
+    // Effects' own names have slashes too: "Gamma/Gain/Offset".
+    return path.has_parent_path() && (effect.ends_with(Module::kSuffix) || path.is_absolute() ||
+                                      effect.starts_with('.') || fs::exists(path));
+}
 
 }  // namespace
 

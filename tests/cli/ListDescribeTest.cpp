@@ -96,7 +96,8 @@ TEST_F(ListDescribe, EffectsGoByManyNames) {
     WriteFile(In("color_balance"), std::vector<char>{'n', 'o'});  // must not be in the way
     for (const char* name :
          {"color_balance", "Color Balance", "ZEL Color Balance", "zel_color_balance",
-          "zel_color_balance.so", "colorbalance", "COLOR-BALANCE", ZELFX_MODULE}) {
+          "zel_color_balance.so", "colorbalance", "COLOR-BALANCE", ZELFX_MODULE,
+          "Brightness/Contrast/Pivot", "Gamma/Gain/Offset", "log/linear conversion"}) {
         const Outcome run = Zelfx({"describe", name});
         EXPECT_EQ(run.status, 0) << name << ": " << run.err;
     }

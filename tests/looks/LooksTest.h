@@ -3,7 +3,7 @@
 /// A fresh folder for every test, the program run in it, and pictures made and read by
 /// other programs than ours.
 
-#include "tests/looks/RunProgram.h"
+#include "tests/cli/RunProgram.h"
 #include "tests/support/Programs.h"
 
 #include <gtest/gtest.h>
