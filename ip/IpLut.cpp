@@ -2,33 +2,33 @@
 
 #include "ip/IpTables.h"
 #include "ip/detail/Layouts.h"
+#include "ip/detail/LutPrepared.h"
+#include "ip/detail/LutVariants.h"
 #include "ip/detail/Memory.h"
 #include "ip/detail/Numeric.h"
 #include "ip/detail/Rows.h"
 #include "ip/detail/Units.h"
+#include "ip/detail/Variants.h"
 
 #include <array>
-#include <bit>
 
 namespace {
 
 using namespace zel::ip;
 
-constexpr float kCodeToUnit = 1.0f / 1023.0f;
-static_assert(std::bit_cast<std::uint32_t>(kCodeToUnit) == 0x3A802008);
-
 /// A frame whose pixels have the channel order O: the colour tables go where the
 /// layout has the colours, the identity table where it has alpha.
 template <Order O>
-void LutFrame(IpScanLutFn* scanFn, void* unity, void* dst, int dstRowBytes, void* src,
-              int srcRowBytes, int width, int height, void* tableR, void* tableG, void* tableB) {
+void LutFrame(std::span<const LutVariant> variants, int pixelBytes, void* unity, void* dst,
+              int dstRowBytes, void* src, int srcRowBytes, int width, int height, void* tableR,
+              void* tableG, void* tableB) {
     void* t[4];
     t[O.r] = tableR;
     t[O.g] = tableG;
     t[O.b] = tableB;
     t[O.a] = unity;
-    IpFrame_Lut_Master(scanFn, dst, dstRowBytes, src, srcRowBytes, width, height, t[0], t[1], t[2],
-                       t[3]);
+    zel::ip::LutFrame(Pick(variants), pixelBytes, dst, dstRowBytes, src, srcRowBytes, width, height,
+                      t[0], t[1], t[2], t[3]);
 }
 
 /// Sends each of the row's samples through the table of its channel.
@@ -85,21 +85,21 @@ void IpFrame_Lut_Master(IpScanLutFn* scanFn, void* dst, int dstRowBytes, void* s
 
 // clang-format off
 void IpFrame_Lut_RGBA8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height, void* tableR, void* tableG, void* tableB) {
-    LutFrame<kRGBA>(IpScan_Lut_8, unityLut8, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
+    LutFrame<kRGBA>(LutVariants8(), 4, unityLut8, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
 }
 void IpFrame_Lut_BGRA8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height, void* tableR, void* tableG, void* tableB) {
-    LutFrame<kBGRA>(IpScan_Lut_8, unityLut8, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
+    LutFrame<kBGRA>(LutVariants8(), 4, unityLut8, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
 }
 void IpFrame_Lut_ARGB8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height, void* tableR, void* tableG, void* tableB) {
-    LutFrame<kARGB>(IpScan_Lut_8, unityLut8, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
+    LutFrame<kARGB>(LutVariants8(), 4, unityLut8, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
 }
 void IpFrame_Lut_BGRA16(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height, void* tableR, void* tableG, void* tableB) {
-    LutFrame<kBGRA>(IpScan_Lut_16, unityLut10, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
+    LutFrame<kBGRA>(LutVariants16(), 8, unityLut10, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
 }
 void IpFrame_Lut_ARGB16(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height, void* tableR, void* tableG, void* tableB) {
-    LutFrame<kARGB>(IpScan_Lut_16, unityLut10, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
+    LutFrame<kARGB>(LutVariants16(), 8, unityLut10, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
 }
 void IpFrame_Lut_BGRAFloat(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height, void* tableR, void* tableG, void* tableB) {
-    LutFrame<kBGRA>(IpScan_Lut_Float, unityLut10, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
+    LutFrame<kBGRA>(LutVariantsFloat(), 16, unityLut10, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
 }
 // clang-format on

@@ -1,6 +1,7 @@
 #include "ip/IpTables.h"
 
 #include "ip/IpFill.h"
+#include "ip/detail/Cpu.h"
 #include "ip/detail/Layouts.h"
 #include "ip/detail/Memory.h"
 #include "ip/detail/Units.h"
@@ -58,6 +59,7 @@ void IpInitialize() {
     InitBlack8();
     InitBlack10();
     InitBlackScans();
+    ChooseCpu();
 }
 
 void IpFinalize() {}

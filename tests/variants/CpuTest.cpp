@@ -1,0 +1,66 @@
+#include "ip/IpTables.h"
+#include "ip/detail/LutVariants.h"
+#include "ip/detail/Variants.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+#include <string>
+
+namespace {
+
+using namespace zel::ip;
+
+/// ZELFX_CPU set for the scope, and the library initialised with it.
+class Forced {
+public:
+    explicit Forced(const char* value) {
+        if (const char* const before = std::getenv("ZELFX_CPU")) m_before = before;
+        value ? setenv("ZELFX_CPU", value, 1) : unsetenv("ZELFX_CPU");
+        IpInitialize();
+    }
+    ~Forced() {
+        m_before ? setenv("ZELFX_CPU", m_before->c_str(), 1) : unsetenv("ZELFX_CPU");
+        IpInitialize();
+    }
+    Forced(const Forced&) = delete;
+    Forced& operator=(const Forced&) = delete;
+
+private:
+    std::optional<std::string> m_before;
+};
+
+TEST(Cpu, EveryLevelOfTheProcessorCanBeForced) {
+    for (const CpuLevel& level : CpuLevels()) {
+        const Forced forced(level.name);
+        EXPECT_EQ(ActiveCpu(), std::min(level.level, SupportedCpu())) << level.name;
+    }
+}
+
+TEST(Cpu, UnknownNamesCountAsUnset) {
+    for (const char* const name : {"", "AVX2", "avx", "scalar ", "fastest"}) {
+        const Forced forced(name);
+        EXPECT_EQ(ActiveCpu(), SupportedCpu()) << '"' << name << '"';
+    }
+    const Forced unset(nullptr);
+    EXPECT_EQ(ActiveCpu(), SupportedCpu());
+}
+
+TEST(Cpu, ScalarMeansTheReference) {
+    const Forced forced("scalar");
+    EXPECT_EQ(Pick(LutVariants8()).row, IpScan_Lut_8);
+    EXPECT_EQ(Pick(LutVariants16()).row, IpScan_Lut_16);
+    EXPECT_EQ(Pick(LutVariantsFloat()).row, IpScan_Lut_Float);
+}
+
+// Pick() takes the last row that is allowed, so a list must ascend from row 0.
+TEST(Cpu, ListsAscend) {
+    for (const auto list : {LutVariants8(), LutVariants16(), LutVariantsFloat()}) {
+        EXPECT_EQ(list.front().needs, Cpu::scalar);
+        EXPECT_TRUE(std::ranges::is_sorted(list, {}, &LutVariant::needs));
+    }
+}
+
+}  // namespace
