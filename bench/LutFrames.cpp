@@ -14,19 +14,6 @@ namespace {
 using namespace zel::bench;
 using namespace zel::ip;
 
-struct Family {
-    const char* name;
-    std::span<const LutVariant> variants;
-    int pixelBytes;
-    Samples samples;
-};
-
-const Family kFamilies[] = {
-    {"lut8", LutVariants8(), 4, Samples::integers},
-    {"lut16", LutVariants16(), 8, Samples::integers},
-    {"lutFloat", LutVariantsFloat(), 16, Samples::floats},
-};
-
 /// Tables for both sample types: 10-bit codes, of which the 8-bit family reads the first
 /// 256 bytes.
 std::array<std::array<std::uint16_t, 1024>, 4> Tables() {
@@ -37,18 +24,18 @@ std::array<std::array<std::uint16_t, 1024>, 4> Tables() {
     return tables;
 }
 
-void Run(benchmark::State& state, const Family& family, const LutVariant& variant, Size size,
+void Run(benchmark::State& state, const LutFamily& family, const LutVariant& variant, Size size,
          Caches caches) {
     const int rowBytes = size.width * family.pixelBytes;
     const auto bytes = static_cast<std::size_t>(rowBytes) * static_cast<std::size_t>(size.height);
     auto tables = Tables();
-    Ring ring(bytes, bytes, family.samples, caches);
+    Ring ring(bytes, bytes, family.pixelBytes == 16 ? Samples::floats : Samples::integers, caches);
     RunBeside(
         state, "x_memcpy",
         [&] {
             const auto [dst, src] = ring.Next();
-            LutFrame(variant, family.pixelBytes, dst, rowBytes, src, rowBytes, size.width,
-                     size.height, &tables[0], &tables[1], &tables[2], &tables[3]);
+            LutFrame(family, variant, dst, rowBytes, src, rowBytes, size.width, size.height,
+                     &tables[0], &tables[1], &tables[2], &tables[3]);
         },
         [&] {
             const auto [dst, src] = ring.Next();
@@ -57,15 +44,14 @@ void Run(benchmark::State& state, const Family& family, const LutVariant& varian
 }
 
 [[maybe_unused]] const bool kRegistered = [] {
-    for (const Family& family : kFamilies)
-        ForEverySize([&](Size size, Caches caches) {
-            for (const LutVariant& variant : family.variants) {
+    for (const LutFamily* const family : LutFamilies())
+        ForEverySize([=](Size size, Caches caches) {
+            for (const LutVariant& variant : family->variants) {
                 if (variant.needs > SupportedCpu()) continue;
-                const std::string name = std::string(family.name) + '/' + variant.name;
-                benchmark::RegisterBenchmark(RowName(name, size, caches).c_str(),
-                                             [&, size, caches](benchmark::State& s) {
-                                                 Run(s, family, variant, size, caches);
-                                             })
+                const std::string name = std::string(family->name) + '/' + variant.name;
+                benchmark::RegisterBenchmark(
+                    RowName(name, size, caches).c_str(),
+                    [=, &variant](benchmark::State& s) { Run(s, *family, variant, size, caches); })
                     ->UseManualTime()
                     ->Unit(benchmark::kMicrosecond);
             }

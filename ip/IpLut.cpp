@@ -19,16 +19,15 @@ using namespace zel::ip;
 /// A frame whose pixels have the channel order O: the colour tables go where the
 /// layout has the colours, the identity table where it has alpha.
 template <Order O>
-void LutFrame(std::span<const LutVariant> variants, int pixelBytes, void* unity, void* dst,
-              int dstRowBytes, void* src, int srcRowBytes, int width, int height, void* tableR,
-              void* tableG, void* tableB) {
+void LutFrame(const LutFamily& family, void* unity, void* dst, int dstRowBytes, void* src,
+              int srcRowBytes, int width, int height, void* tableR, void* tableG, void* tableB) {
     void* t[4];
     t[O.r] = tableR;
     t[O.g] = tableG;
     t[O.b] = tableB;
     t[O.a] = unity;
-    zel::ip::LutFrame(Pick(variants), pixelBytes, dst, dstRowBytes, src, srcRowBytes, width, height,
-                      t[0], t[1], t[2], t[3]);
+    zel::ip::LutFrame(family, Pick(family.variants), dst, dstRowBytes, src, srcRowBytes, width,
+                      height, t[0], t[1], t[2], t[3]);
 }
 
 /// Sends each of the row's samples through the table of its channel.
@@ -85,21 +84,21 @@ void IpFrame_Lut_Master(IpScanLutFn* scanFn, void* dst, int dstRowBytes, void* s
 
 // clang-format off
 void IpFrame_Lut_RGBA8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height, void* tableR, void* tableG, void* tableB) {
-    LutFrame<kRGBA>(LutVariants8(), 4, unityLut8, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
+    LutFrame<kRGBA>(kLut8, unityLut8, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
 }
 void IpFrame_Lut_BGRA8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height, void* tableR, void* tableG, void* tableB) {
-    LutFrame<kBGRA>(LutVariants8(), 4, unityLut8, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
+    LutFrame<kBGRA>(kLut8, unityLut8, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
 }
 void IpFrame_Lut_ARGB8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height, void* tableR, void* tableG, void* tableB) {
-    LutFrame<kARGB>(LutVariants8(), 4, unityLut8, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
+    LutFrame<kARGB>(kLut8, unityLut8, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
 }
 void IpFrame_Lut_BGRA16(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height, void* tableR, void* tableG, void* tableB) {
-    LutFrame<kBGRA>(LutVariants16(), 8, unityLut10, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
+    LutFrame<kBGRA>(kLut16, unityLut10, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
 }
 void IpFrame_Lut_ARGB16(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height, void* tableR, void* tableG, void* tableB) {
-    LutFrame<kARGB>(LutVariants16(), 8, unityLut10, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
+    LutFrame<kARGB>(kLut16, unityLut10, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
 }
 void IpFrame_Lut_BGRAFloat(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height, void* tableR, void* tableG, void* tableB) {
-    LutFrame<kBGRA>(LutVariantsFloat(), 16, unityLut10, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
+    LutFrame<kBGRA>(kLutFloat, unityLut10, dst, dstRowBytes, src, srcRowBytes, width, height, tableR, tableG, tableB);
 }
 // clang-format on

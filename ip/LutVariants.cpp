@@ -1,7 +1,6 @@
 #include "ip/detail/LutVariants.h"
 
 #include "ip/detail/LutPrepared.h"
-#include "ip/detail/Rows.h"
 #include "ip/detail/Units.h"
 #include "ip/detail/Variants.h"
 #include "ip/x86/LutRows.h"
@@ -67,48 +66,54 @@ namespace {
 
 // clang-format off
 constexpr LutVariant kVariants8[] = {
-    {"scalar", Cpu::scalar, nullptr, IpScan_Lut_8, IpScan_Lut_8},
-    {"portable", Cpu::portable, nullptr, LutRow8Portable, LutRow8Portable},
+    {"scalar",   Cpu::scalar,   nullptr,        IpScan_Lut_8,          nullptr},
+    {"portable", Cpu::portable, nullptr,        LutRow8Portable,       nullptr},
 #if ZEL_X86
-    {"avx512", Cpu::avx512, nullptr, x86::LutRow8_Avx512, x86::LutRow8Streaming_Avx512},
+    {"avx512",   Cpu::avx512,   nullptr,        x86::LutRow8_Avx512,   x86::LutRow8Streaming_Avx512},
 #endif
 };
 
 constexpr LutVariant kVariants16[] = {
-    {"scalar",   Cpu::scalar,   nullptr,        IpScan_Lut_16,    IpScan_Lut_16},
-    {"portable", Cpu::portable, PrepareShifted, LutRow16Prepared, LutRow16Prepared},
+    {"scalar",   Cpu::scalar,   nullptr,        IpScan_Lut_16,         nullptr},
+    {"portable", Cpu::portable, PrepareShifted, LutRow16Prepared,      nullptr},
 #if ZEL_X86
-    {"avx2",     Cpu::avx2,     PrepareShifted, x86::LutRow16_Avx2, x86::LutRow16Streaming_Avx2},
+    {"avx2",     Cpu::avx2,     PrepareShifted, x86::LutRow16_Avx2,    x86::LutRow16Streaming_Avx2},
 #endif
 };
 
 constexpr LutVariant kVariantsFloat[] = {
-    {"scalar",   Cpu::scalar,   nullptr,      IpScan_Lut_Float,    IpScan_Lut_Float},
-    {"portable", Cpu::portable, PrepareUnits, LutRowFloatPrepared, LutRowFloatPrepared},
+    {"scalar",   Cpu::scalar,   nullptr,        IpScan_Lut_Float,      nullptr},
+    {"portable", Cpu::portable, PrepareUnits,   LutRowFloatPrepared,   nullptr},
 #if ZEL_X86
-    {"sse2",     Cpu::sse2,     PrepareUnits, x86::LutRowFloat_Sse2, x86::LutRowFloatStreaming_Sse2},
-    {"avx2",     Cpu::avx2,     PrepareUnits, x86::LutRowFloat_Avx2, x86::LutRowFloatStreaming_Avx2},
+    {"sse2",     Cpu::sse2,     PrepareUnits,   x86::LutRowFloat_Sse2, x86::LutRowFloatStreaming_Sse2},
+    {"avx2",     Cpu::avx2,     PrepareUnits,   x86::LutRowFloat_Avx2, x86::LutRowFloatStreaming_Avx2},
 #endif
 };
 // clang-format on
 
+constexpr const LutFamily* kFamilies[] = {&kLut8, &kLut16, &kLutFloat};
+
 }  // namespace
 
-std::span<const LutVariant> LutVariants8() { return kVariants8; }
-std::span<const LutVariant> LutVariants16() { return kVariants16; }
-std::span<const LutVariant> LutVariantsFloat() { return kVariantsFloat; }
+constexpr LutFamily kLut8{"lut 8", 4, kVariants8};
+constexpr LutFamily kLut16{"lut 16", 8, kVariants16};
+constexpr LutFamily kLutFloat{"lut float", 16, kVariantsFloat};
 
-void LutFrame(const LutVariant& variant, int pixelBytes, void* dst, int dstRowBytes, void* src,
-              int srcRowBytes, int width, int height, void* t0, void* t1, void* t2, void* t3) {
-    const bool streams = dst != src && StoresPastCaches(std::int64_t{pixelBytes} * width, height);
-    IpScanLutFn* const row = streams ? variant.streamingRow : variant.row;
-    const auto run = [=](void* a, void* b, void* c, void* d) {
-        IpFrame_Lut_Master(row, dst, dstRowBytes, src, srcRowBytes, width, height, a, b, c, d);
-    };
-    if (!variant.prepare) return run(t0, t1, t2, t3);
+std::span<const LutFamily* const> LutFamilies() { return kFamilies; }
+
+void LutFrame(const LutFamily& family, const LutVariant& variant, void* dst, int dstRowBytes,
+              void* src, int srcRowBytes, int width, int height, void* t0, void* t1, void* t2,
+              void* t3) {
     PreparedTables prepared;
-    variant.prepare(prepared, t0, t1, t2, t3);
-    run(&prepared[0], &prepared[1024], &prepared[2048], &prepared[3072]);
+    std::array tables{t0, t1, t2, t3};
+    if (variant.prepare) {
+        variant.prepare(prepared, t0, t1, t2, t3);
+        for (std::size_t c = 0; c < 4; ++c) tables[c] = &prepared[1024 * c];
+    }
+    IpScanLutFn* const row =
+        PickRow(variant, dst, src, std::int64_t{family.pixelBytes} * width, height);
+    IpFrame_Lut_Master(row, dst, dstRowBytes, src, srcRowBytes, width, height, tables[0], tables[1],
+                       tables[2], tables[3]);
 }
 
 }  // namespace zel::ip

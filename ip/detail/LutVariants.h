@@ -25,16 +25,23 @@ struct LutVariant {
     /// that they get is cell 1024 x i of the prepared ones.
     PrepareTablesFn* prepare;
     IpScanLutFn* row;
-    /// For frames beyond the caches: stores past them. Not for frames in place.
+    /// The same with stores past the caches; null where there is none.
     IpScanLutFn* streamingRow;
 };
 
-std::span<const LutVariant> LutVariants8();
-std::span<const LutVariant> LutVariants16();
-std::span<const LutVariant> LutVariantsFloat();
+struct LutFamily {
+    const char* name;
+    int pixelBytes;
+    std::span<const LutVariant> variants;
+};
 
-/// A frame of `pixelBytes` bytes per pixel through one variant.
-void LutFrame(const LutVariant& variant, int pixelBytes, void* dst, int dstRowBytes, void* src,
-              int srcRowBytes, int width, int height, void* t0, void* t1, void* t2, void* t3);
+extern const LutFamily kLut8, kLut16, kLutFloat;
+
+std::span<const LutFamily* const> LutFamilies();
+
+/// A frame through one variant of a family.
+void LutFrame(const LutFamily& family, const LutVariant& variant, void* dst, int dstRowBytes,
+              void* src, int srcRowBytes, int width, int height, void* t0, void* t1, void* t2,
+              void* t3);
 
 }  // namespace zel::ip

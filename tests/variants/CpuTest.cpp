@@ -50,16 +50,16 @@ TEST(Cpu, UnknownNamesCountAsUnset) {
 
 TEST(Cpu, ScalarMeansTheReference) {
     const Forced forced("scalar");
-    EXPECT_EQ(Pick(LutVariants8()).row, IpScan_Lut_8);
-    EXPECT_EQ(Pick(LutVariants16()).row, IpScan_Lut_16);
-    EXPECT_EQ(Pick(LutVariantsFloat()).row, IpScan_Lut_Float);
+    EXPECT_EQ(Pick(kLut8.variants).row, IpScan_Lut_8);
+    EXPECT_EQ(Pick(kLut16.variants).row, IpScan_Lut_16);
+    EXPECT_EQ(Pick(kLutFloat.variants).row, IpScan_Lut_Float);
 }
 
 // Pick() takes the last row that is allowed, so a list must ascend from row 0.
 TEST(Cpu, ListsAscend) {
-    for (const auto list : {LutVariants8(), LutVariants16(), LutVariantsFloat()}) {
-        EXPECT_EQ(list.front().needs, Cpu::scalar);
-        EXPECT_TRUE(std::ranges::is_sorted(list, {}, &LutVariant::needs));
+    for (const LutFamily* const family : LutFamilies()) {
+        EXPECT_EQ(family->variants.front().needs, Cpu::scalar) << family->name;
+        EXPECT_TRUE(std::ranges::is_sorted(family->variants, {}, &LutVariant::needs));
     }
 }
 

@@ -16,31 +16,16 @@ namespace {
 using namespace zel::ip;
 using namespace zel::test;
 
-struct Family {
-    const char* name;
-    std::span<const LutVariant> (*variants)();
-    int pixelBytes;
-    bool floats;
-
-    std::size_t TableBytes() const { return pixelBytes == 4 ? 256 : 2048; }
-};
-
-constexpr Family kFamilies[] = {
-    {"lut8", LutVariants8, 4, false},
-    {"lut16", LutVariants16, 8, false},
-    {"lutFloat", LutVariantsFloat, 16, true},
-};
-
 struct Case {
-    const Family* family;
+    const LutFamily* family;
     const LutVariant* variant;
 };
 
-std::vector<Case> CasesOf(std::span<const Family> families) {
+std::vector<Case> CasesOf(std::span<const LutFamily* const> families) {
     std::vector<Case> cases;
-    for (const Family& family : families)
-        for (const LutVariant& variant : family.variants().subspan(1))
-            cases.push_back({&family, &variant});
+    for (const LutFamily* const family : families)
+        for (const LutVariant& variant : family->variants.subspan(1))
+            cases.push_back({family, &variant});
     return cases;
 }
 
@@ -97,7 +82,12 @@ protected:
         row(dst, src, width, &prepared[0], &prepared[1024], &prepared[2048], &prepared[3072]);
     }
     void ReferenceRow(void* dst, void* src, int width) {
-        Row(family.variants().front(), family.variants().front().row, dst, src, width);
+        Row(family.variants.front(), family.variants.front().row, dst, src, width);
+    }
+
+    std::vector<IpScanLutFn*> Rows() const {
+        return variant.streamingRow ? std::vector{variant.row, variant.streamingRow}
+                                    : std::vector{variant.row};
     }
 
     /// Both kinds of stores on `src`, compared with the reference; `hint` says what it is.
@@ -105,7 +95,7 @@ protected:
         const int width = static_cast<int>(src.size()) / family.pixelBytes;
         Bytes expected(src.size()), got(src.size());
         ReferenceRow(expected.data(), src.data(), width);
-        for (IpScanLutFn* const row : {variant.row, variant.streamingRow}) {
+        for (IpScanLutFn* const row : Rows()) {
             std::ranges::fill(got, std::uint8_t{0xA5});
             Row(variant, row, got.data(), src.data(), width);
             if (got == expected) continue;
@@ -116,9 +106,10 @@ protected:
         }
     }
 
-    const Family& family = *GetParam().family;
+    const LutFamily& family = *GetParam().family;
     const LutVariant& variant = *GetParam().variant;
-    Tables tables{family.TableBytes()};
+    const bool floats = family.pixelBytes == 16;
+    Tables tables{family.pixelBytes == 4 ? std::size_t{256} : 2048};
     PreparedTables prepared;
 };
 
@@ -130,9 +121,9 @@ TEST_P(LutVariantTest, EveryWidthAndAlignment) {
         for (std::size_t off = 0; off < 64; off += width % 8 == 0 ? 1 : 5) {
             const std::size_t bytes = static_cast<std::size_t>(width) * bytesPerPixel;
             GuardedFrame src({bytes, 1, false, 0, (off * 7) % 64}, Place::guarded, 3);
-            FillSamples(src.row(0), family.floats, static_cast<std::uint32_t>(width));
+            FillSamples(src.row(0), floats, static_cast<std::uint32_t>(width));
             const Bytes before = src.content();
-            for (IpScanLutFn* const row : {variant.row, variant.streamingRow}) {
+            for (IpScanLutFn* const row : Rows()) {
                 GuardedFrame dst({bytes, 1, false, 0, off}, Place::guarded, 5);
                 Bytes expected = dst.content();
                 ReferenceRow(expected.data() + dst.Offset(0), src.base(), width);
@@ -148,10 +139,10 @@ TEST_P(LutVariantTest, NothingIsTouchedBesideTheRow) {
     const auto bytesPerPixel = static_cast<std::size_t>(family.pixelBytes);
     for (int width = 0; width <= 130; ++width)
         for (const Place place : {Place::atFront, Place::atBack})
-            for (IpScanLutFn* const row : {variant.row, variant.streamingRow}) {
+            for (IpScanLutFn* const row : Rows()) {
                 const std::size_t bytes = static_cast<std::size_t>(width) * bytesPerPixel;
                 GuardedFrame src({bytes, 1}, place, 3), dst({bytes, 1}, place, 5);
-                FillSamples(src.row(0), family.floats, static_cast<std::uint32_t>(width));
+                FillSamples(src.row(0), floats, static_cast<std::uint32_t>(width));
                 Bytes expected = dst.content();
                 ReferenceRow(expected.data() + dst.Offset(0), src.base(), width);
                 Row(variant, row, dst.base(), src.base(), width);
@@ -163,7 +154,7 @@ TEST_P(LutVariantTest, InPlace) {
     for (const int width : {1, 15, 16, 17, 63, 64, 65, 1920}) {
         Bytes row(static_cast<std::size_t>(width * family.pixelBytes) + 1);
         const std::span<std::uint8_t> samples = std::span(row).subspan(1);  // odd address
-        FillSamples(samples, family.floats, 9);
+        FillSamples(samples, floats, 9);
         Bytes expected(samples.size());
         ReferenceRow(expected.data(), samples.data(), width);
         Row(variant, variant.row, samples.data(), samples.data(), width);
@@ -181,24 +172,24 @@ TEST_P(LutVariantTest, Frames) {
                 const int step = rowBytes + padding;
                 const auto size = static_cast<std::size_t>(step * height);
                 Bytes src(size), expected(size, 0x5A), got(size, 0x5A);
-                FillSamples(src, family.floats, 11);
+                FillSamples(src, floats, 11);
                 const auto base = [&](Bytes& frame, bool negative) {
                     return frame.data() + (negative ? step * (height - 1) : 0);
                 };
                 const auto stride = [&](bool negative) { return negative ? -step : step; };
                 const bool down = signs & 1, srcDown = signs & 2;
                 const auto run = [&](const LutVariant& v, Bytes& dst) {
-                    LutFrame(v, family.pixelBytes, base(dst, down), stride(down),
-                             base(src, srcDown), stride(srcDown), width, height, tables[0],
-                             tables[1], tables[2], tables[3]);
+                    LutFrame(family, v, base(dst, down), stride(down), base(src, srcDown),
+                             stride(srcDown), width, height, tables[0], tables[1], tables[2],
+                             tables[3]);
                 };
-                run(family.variants().front(), expected);
+                run(family.variants.front(), expected);
                 run(variant, got);
                 ASSERT_TRUE(got == expected)
                     << height << " rows, padding " << padding << ", signs " << signs;
                 if (padding != 0 || signs != 0) continue;
-                LutFrame(variant, family.pixelBytes, src.data(), step, src.data(), step, width,
-                         height, tables[0], tables[1], tables[2], tables[3]);
+                LutFrame(family, variant, src.data(), step, src.data(), step, width, height,
+                         tables[0], tables[1], tables[2], tables[3]);
                 ASSERT_TRUE(src == expected) << height << " rows in place";
             }
 }
@@ -206,13 +197,12 @@ TEST_P(LutVariantTest, Frames) {
 // Every sample of 8 and 16 bits in every channel, and every hostile float.
 TEST_P(LutVariantTest, WholeDomain) {
     const std::size_t sampleBytes = static_cast<std::size_t>(family.pixelBytes) / 4;
-    const std::size_t count =
-        family.floats ? std::size(kHostile) : std::size_t{1} << 8 * sampleBytes;
+    const std::size_t count = floats ? std::size(kHostile) : std::size_t{1} << 8 * sampleBytes;
     Bytes src(4 * count * sampleBytes);
     for (std::size_t i = 0; i < count; ++i)
         for (std::size_t c = 0; c < 4; ++c) {
             const std::size_t sample = (i + c * 77) % count;
-            const std::size_t bits = family.floats ? kHostile[sample] : sample;
+            const std::size_t bits = floats ? kHostile[sample] : sample;
             std::memcpy(&src[(4 * i + c) * sampleBytes], &bits, sampleBytes);
         }
     CompareRow(src, "whole domain");
@@ -238,11 +228,13 @@ TEST_P(FloatVariantTest, EveryFloat) {
 }
 
 std::string NameOfCase(const testing::TestParamInfo<Case>& tested) {
-    return std::string(tested.param.family->name) + '_' + tested.param.variant->name;
+    std::string name = std::string(tested.param.family->name) + '_' + tested.param.variant->name;
+    std::ranges::replace(name, ' ', '_');
+    return name;
 }
 
-INSTANTIATE_TEST_SUITE_P(, LutVariantTest, testing::ValuesIn(CasesOf(kFamilies)), NameOfCase);
-INSTANTIATE_TEST_SUITE_P(, FloatVariantTest, testing::ValuesIn(CasesOf({&kFamilies[2], 1})),
+INSTANTIATE_TEST_SUITE_P(, LutVariantTest, testing::ValuesIn(CasesOf(LutFamilies())), NameOfCase);
+INSTANTIATE_TEST_SUITE_P(, FloatVariantTest, testing::ValuesIn(CasesOf(LutFamilies().last(1))),
                          NameOfCase);
 
 }  // namespace
