@@ -3,6 +3,7 @@
 #include "ip/IpCopy.h"
 #include "ip/IpTables.h"
 
+#include "ip/detail/CopyVariants.h"
 #include "ip/detail/Units.h"
 
 #include <algorithm>
@@ -25,8 +26,11 @@ void IpScan_Copy(void* dst, int dstRowBytes, void* src, int srcRowBytes, int) {
     if (bytes > 0) std::memcpy(dst, src, static_cast<std::size_t>(bytes));
 }
 
-void IpFrame_Copy(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy, dst, dstRowBytes, src, srcRowBytes, width, height);
+void IpFrame_Copy(void* dst, int dstRowBytes, void* src, int srcRowBytes, int, int height) {
+    // The width is not used, so it may say how many bytes a row has.
+    const auto size = [](int rowBytes) { return rowBytes < 0 ? ~rowBytes : rowBytes; };
+    const int bytes = std::min(size(dstRowBytes), size(srcRowBytes));
+    CopyFrame(kPlainCopy, dst, dstRowBytes, src, srcRowBytes, bytes, height);
 }
 
 void IpScan_Dummy(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width) {

@@ -2,6 +2,7 @@
 
 #include "ip/IpCopy.h"
 
+#include "ip/detail/CopyVariants.h"
 #include "ip/detail/Layouts.h"
 #include "ip/detail/Units.h"
 
@@ -42,15 +43,15 @@ void IpScan_Copy_DpxBE_To_BGRA8(void* dst, int, void* src, int, int width) {
 
 // clang-format off
 void IpFrame_Copy_BGRA8_To_DpxLE(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_BGRA_To_DpxLE, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kBgraToDpxLE, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_BGRA8_To_DpxBE(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_BGRA_To_DpxBE, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kBgraToDpxBE, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_DpxLE_To_BGRA8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
     IpFrame_Copy_Master(IpScan_Copy_DpxLE_To_BGRA8, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_DpxBE_To_BGRA8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_DpxBE_To_BGRA8, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kDpxBEToBgra, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 // clang-format on

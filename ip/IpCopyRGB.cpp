@@ -2,6 +2,7 @@
 
 #include "ip/IpCopy.h"
 
+#include "ip/detail/CopyVariants.h"
 #include "ip/detail/Memory.h"
 #include "ip/detail/OpaqueRGB.h"
 #include "ip/detail/Units.h"
@@ -77,7 +78,7 @@ void IpFrame_Copy_RGB8_To_BGRA8(void* dst, int dstRowBytes, void* src, int srcRo
     IpFrame_Copy_Master(IpScan_Copy_RGB_To_BGRA8, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_BGRA8_To_RGB16(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_BGRA_To_RGB16, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kBgraToRgb16, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 
 // Deliberate: rows go by their signed byte counts. docs/quirks.md, "signed rows".

@@ -3,6 +3,7 @@
 #include "ip/IpCopy.h"
 #include "ip/IpFill.h"
 
+#include "ip/detail/CopyVariants.h"
 #include "ip/detail/Layouts.h"
 #include "ip/detail/Scratch.h"
 #include "ip/detail/Units.h"
@@ -64,16 +65,16 @@ void IpScan_Copy_v210_To_YCbYCr8(void* dst, int, void* src, int, int width) {
 
 // clang-format off
 void IpFrame_Copy_RGB8_To_v210(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_RGB_To_v210, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kRgbToV210, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_RGBA8_To_v210(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_RGBA_To_v210, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kRgbaToV210, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_BGRA8_To_v210(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_BGRA_To_v210, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kBgraToV210, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_v210_To_YCbYCr8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_v210_To_YCbYCr8, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kV210ToYCbYCr8, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 // clang-format on
 

@@ -2,6 +2,7 @@
 
 #include "ip/IpCopy.h"
 
+#include "ip/detail/CopyVariants.h"
 #include "ip/detail/Layouts.h"
 #include "ip/detail/OpaqueRGB.h"
 #include "ip/detail/Scratch.h"
@@ -44,7 +45,7 @@ void IpScan_Copy_VUYA8_To_YCbYCr8(void* dst, int, void* src, int, int width) {
 
 // clang-format off
 void IpFrame_Copy_VUYA8_To_VUY8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_VUYA8_To_VUY8, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kVuyaToVuy, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_VUYA8_To_YCbYCr8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
     IpFrame_Copy_Master(IpScan_Copy_VUYA8_To_YCbYCr8, dst, dstRowBytes, src, srcRowBytes, width, height);

@@ -1,5 +1,6 @@
 #include "ip/IpFill.h"
 
+#include "ip/detail/FillVariants.h"
 #include "ip/detail/Layouts.h"
 #include "ip/detail/Memory.h"
 #include "ip/detail/Numeric.h"
@@ -165,42 +166,42 @@ void IpFrame_Fill_Master(IpScanFillFn* scanFn, void* base, int rowBytes, int wid
 
 // clang-format off
 void IpFrame_Fill_RGBA8(void* base, int rowBytes, int width, int height, float r, float g, float b, float a, bool normalised) {
-    IpFrame_Fill_Master(IpScan_Fill_RGBA8, base, rowBytes, width, height, r, g, b, a, normalised);
+    FillFrame(IpScan_Fill_RGBA8, {1, 4}, base, rowBytes, width, height, r, g, b, a, normalised);
 }
 void IpFrame_Fill_BGRA8(void* base, int rowBytes, int width, int height, float r, float g, float b, float a, bool normalised) {
-    IpFrame_Fill_Master(IpScan_Fill_BGRA8, base, rowBytes, width, height, r, g, b, a, normalised);
+    FillFrame(IpScan_Fill_BGRA8, {1, 4}, base, rowBytes, width, height, r, g, b, a, normalised);
 }
 void IpFrame_Fill_ARGB8(void* base, int rowBytes, int width, int height, float r, float g, float b, float a, bool normalised) {
-    IpFrame_Fill_Master(IpScan_Fill_ARGB8, base, rowBytes, width, height, r, g, b, a, normalised);
+    FillFrame(IpScan_Fill_ARGB8, {1, 4}, base, rowBytes, width, height, r, g, b, a, normalised);
 }
 void IpFrame_Fill_RGBA16(void* base, int rowBytes, int width, int height, float r, float g, float b, float a, bool normalised) {
-    IpFrame_Fill_Master(IpScan_Fill_RGBA16, base, rowBytes, width, height, r, g, b, a, normalised);
+    FillFrame(IpScan_Fill_RGBA16, {1, 8}, base, rowBytes, width, height, r, g, b, a, normalised);
 }
 void IpFrame_Fill_BGRA16(void* base, int rowBytes, int width, int height, float r, float g, float b, float a, bool normalised) {
-    IpFrame_Fill_Master(IpScan_Fill_BGRA16, base, rowBytes, width, height, r, g, b, a, normalised);
+    FillFrame(IpScan_Fill_BGRA16, {1, 8}, base, rowBytes, width, height, r, g, b, a, normalised);
 }
 void IpFrame_Fill_ARGB16(void* base, int rowBytes, int width, int height, float r, float g, float b, float a, bool normalised) {
-    IpFrame_Fill_Master(IpScan_Fill_ARGB16, base, rowBytes, width, height, r, g, b, a, normalised);
+    FillFrame(IpScan_Fill_ARGB16, {1, 8}, base, rowBytes, width, height, r, g, b, a, normalised);
 }
 void IpFrame_Fill_BGRA32Float(void* base, int rowBytes, int width, int height, float r, float g, float b, float a, bool normalised) {
-    IpFrame_Fill_Master(IpScan_Fill_BGRA32Float, base, rowBytes, width, height, r, g, b, a, normalised);
+    FillFrame(IpScan_Fill_BGRA32Float, {1, 16}, base, rowBytes, width, height, r, g, b, a, normalised);
 }
 void IpFrame_Fill_RGB10(void* base, int rowBytes, int width, int height, float r, float g, float b, float a, bool normalised) {
-    IpFrame_Fill_Master(IpScan_Fill_RGB10, base, rowBytes, width, height, r, g, b, a, normalised);
+    FillFrame(IpScan_Fill_RGB10, {1, 4}, base, rowBytes, width, height, r, g, b, a, normalised);
 }
 void IpFrame_Fill_DpxLe(void* base, int rowBytes, int width, int height, float r, float g, float b, float a, bool normalised) {
-    IpFrame_Fill_Master(IpScan_Fill_DpxLe, base, rowBytes, width, height, r, g, b, a, normalised);
+    FillFrame(IpScan_Fill_DpxLe, {1, 4}, base, rowBytes, width, height, r, g, b, a, normalised);
 }
 void IpFrame_Fill_DpxBe(void* base, int rowBytes, int width, int height, float r, float g, float b, float a, bool normalised) {
-    IpFrame_Fill_Master(IpScan_Fill_DpxBe, base, rowBytes, width, height, r, g, b, a, normalised);
+    FillFrame(IpScan_Fill_DpxBe, {1, 4}, base, rowBytes, width, height, r, g, b, a, normalised);
 }
 void IpFrame_Fill_YUYV8(void* base, int rowBytes, int width, int height, float r, float g, float b, float a, bool normalised) {
-    IpFrame_Fill_Master(IpScan_Fill_YUYV8, base, rowBytes, width, height, r, g, b, a, normalised);
+    FillFrame(IpScan_Fill_YUYV8, {2, 4}, base, rowBytes, width, height, r, g, b, a, normalised);
 }
 void IpFrame_Fill_UYVY8(void* base, int rowBytes, int width, int height, float r, float g, float b, float a, bool normalised) {
-    IpFrame_Fill_Master(IpScan_Fill_UYVY8, base, rowBytes, width, height, r, g, b, a, normalised);
+    FillFrame(IpScan_Fill_UYVY8, {2, 4}, base, rowBytes, width, height, r, g, b, a, normalised);
 }
 void IpFrame_Fill_v210(void* base, int rowBytes, int width, int height, float r, float g, float b, float a, bool normalised) {
-    IpFrame_Fill_Master(IpScan_Fill_v210, base, rowBytes, width, height, r, g, b, a, normalised);
+    FillFrame(IpScan_Fill_v210, {6, 16}, base, rowBytes, width, height, r, g, b, a, normalised);
 }
 // clang-format on

@@ -1,0 +1,136 @@
+#include "ip/detail/Cpu.h"
+#if ZEL_X86
+
+#include "ip/detail/Layouts.h"
+#include "ip/detail/Memory.h"
+#include "ip/detail/V210Weights.h"
+#include "ip/x86/CopyRows.h"
+#include "ip/x86/Target.h"
+
+#include <array>
+
+namespace zel::ip::x86 {
+
+namespace {
+
+constexpr std::ptrdiff_t kGroups = 4, kGroupPixels = 6, kWords = 4, kVector = 64;
+
+/// What a word holds in its low, middle or high field: one code of one pixel.
+struct Source {
+    int pixel;
+    const V210Weights& weights;
+};
+
+using Field = std::array<Source, kWords>;
+
+// Chroma is that of pixels 0, 1 and 2. docs/quirks.md, "v210 chroma".
+// clang-format off
+constexpr Field kLow   {{{0, kV210Cb}, {1, kV210Y},  {1, kV210Cr}, {4, kV210Y}}};
+constexpr Field kMiddle{{{0, kV210Y},  {1, kV210Cb}, {3, kV210Y},  {2, kV210Cr}}};
+constexpr Field kHigh  {{{0, kV210Cr}, {2, kV210Y},  {2, kV210Cb}, {5, kV210Y}}};
+// clang-format on
+
+/// The 24 pixels of four groups: 0 to 15, and 8 to 23.
+struct Pixels {
+    __m512i first, last;
+};
+
+/// A field of sixteen words.
+template <Order From, const Field& kField>
+ZEL_AVX512 inline __m512i Codes(const Pixels& pixels) {
+    alignas(64) static constexpr auto kIndex = [] {
+        std::array<std::int32_t, 16> index{};
+        for (std::size_t i = 0; i < 16; ++i) {
+            const int pixel = static_cast<int>(i / 4) * 6 + kField[i % 4].pixel;
+            index[i] = pixel < 16 ? pixel : pixel + 8;
+        }
+        return index;
+    }();
+    const auto weight = [&](float V210Weights::*part) ZEL_AVX512 {
+        const auto of = [=](std::size_t i) { return kField[i].weights.*part; };
+        return _mm512_setr4_ps(of(0), of(1), of(2), of(3));
+    };
+    const __m512i bytes = _mm512_set1_epi32(0xFF);
+    const __m512i pixel =
+        _mm512_permutex2var_epi32(pixels.first, _mm512_load_si512(kIndex.data()), pixels.last);
+    const auto sample = [=](int element) ZEL_AVX512 {
+        const __m512i shifted = _mm512_srli_epi32(pixel, static_cast<unsigned>(8 * element));
+        return _mm512_cvtepi32_ps(_mm512_and_si512(shifted, bytes));
+    };
+    const __m512 r = _mm512_mul_ps(sample(From.r), weight(&V210Weights::r));
+    const __m512 g = _mm512_mul_ps(sample(From.g), weight(&V210Weights::g));
+    const __m512 b = _mm512_mul_ps(sample(From.b), weight(&V210Weights::b));
+    const __m512 sum = _mm512_add_ps(_mm512_add_ps(r, g), b);
+    const __m512 unit = _mm512_add_ps(sum, weight(&V210Weights::bias));
+    const __m512i code = _mm512_cvttps_epi32(_mm512_mul_ps(unit, _mm512_set1_ps(1023.0f)));
+    const __m512i raised = _mm512_max_epi32(code, _mm512_setzero_si512());
+    return _mm512_min_epi32(raised, _mm512_set1_epi32(1023));
+}
+
+template <Order From>
+ZEL_AVX512 inline __m512i Words(const Pixels& pixels) {
+    const __m512i low = Codes<From, kLow>(pixels);
+    const __m512i middle = _mm512_slli_epi32(Codes<From, kMiddle>(pixels), 10);
+    const __m512i high = _mm512_slli_epi32(Codes<From, kHigh>(pixels), 20);
+    return _mm512_or_si512(_mm512_or_si512(low, middle), high);
+}
+
+/// Fewer than four groups; nothing else is touched.
+template <Order From>
+ZEL_AVX512 inline void PackPart(std::byte* to, const std::byte* from, std::ptrdiff_t groups) {
+    const auto mask = [](std::ptrdiff_t lanes) {
+        return static_cast<__mmask16>(lanes >= 16 ? 0xFFFFu : lanes <= 0 ? 0u : (1u << lanes) - 1);
+    };
+    const std::ptrdiff_t pixels = groups * kGroupPixels;
+    const Pixels there{_mm512_maskz_loadu_epi32(mask(pixels), from),
+                       _mm512_maskz_loadu_epi32(mask(pixels - 8), from + 8 * 4)};
+    _mm512_mask_storeu_epi32(to, mask(groups * kWords), Words<From>(there));
+}
+
+template <Order From, Stores kStores>
+ZEL_AVX512 void Row(void* dst, void* src, int width) {
+    constexpr std::ptrdiff_t kDstGroup = 16, kSrcGroup = kGroupPixels * 4;
+    const std::ptrdiff_t groups = width / kGroupPixels;
+    std::ptrdiff_t at = 0;
+    if constexpr (kStores == Stores::streaming) {
+        at = UnitsToAlign(dst, groups, kDstGroup, kVector);
+        if (at < 0) return Row<From, Stores::cached>(dst, src, width);
+        if (at > 0) PackPart<From>(At<std::byte>(dst, 0), At<std::byte>(src, 0), at);
+    }
+    for (; at + kGroups <= groups; at += kGroups) {
+        const std::byte* const from = At<std::byte>(src, at * kSrcGroup);
+        std::byte* const to = At<std::byte>(dst, at * kDstGroup);
+        const __m512i words =
+            Words<From>({_mm512_loadu_si512(from), _mm512_loadu_si512(from + 8 * 4)});
+        if constexpr (kStores == Stores::streaming) {
+            PrefetchAhead(from);
+            PrefetchAhead(from + 64);
+            _mm512_stream_si512(reinterpret_cast<__m512i*>(to), words);
+        } else {
+            _mm512_storeu_si512(to, words);
+        }
+    }
+    if (at < groups)
+        PackPart<From>(At<std::byte>(dst, at * kDstGroup), At<std::byte>(src, at * kSrcGroup),
+                       groups - at);
+    if constexpr (kStores == Stores::streaming) _mm_sfence();
+}
+
+}  // namespace
+
+void BgraToV210_Avx512(void* dst, int, void* src, int, int width) {
+    Row<kBGRA, Stores::cached>(dst, src, width);
+}
+void BgraToV210Streaming_Avx512(void* dst, int, void* src, int, int width) {
+    Row<kBGRA, Stores::streaming>(dst, src, width);
+}
+void RgbaToV210_Avx512(void* dst, int, void* src, int, int width) {
+    Row<kRGBA, Stores::cached>(dst, src, width);
+}
+void RgbaToV210Streaming_Avx512(void* dst, int, void* src, int, int width) {
+    Row<kRGBA, Stores::streaming>(dst, src, width);
+}
+
+}  // namespace zel::ip::x86
+
+#endif
