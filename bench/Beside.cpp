@@ -23,19 +23,6 @@ std::size_t LastLevelCache() {
 #endif
 }
 
-/// Samples without order, the worst case for a table look-up.
-void FillSamples(std::byte* to, std::size_t bytes, Samples samples) {
-    std::uint32_t seed = 1;
-    for (std::size_t i = 0; i + 4 <= bytes; i += 4) {
-        seed = seed * 1664525u + 1013904223u;
-        const float unit = static_cast<float>(seed >> 8) / 16777216.0f;
-        if (samples == Samples::floats)
-            std::memcpy(to + i, &unit, 4);
-        else
-            std::memcpy(to + i, &seed, 4);
-    }
-}
-
 /// The thread's own time where there is such a clock: what other programs take of the
 /// processor does not count then.
 double Now() {
@@ -66,6 +53,18 @@ double Median(std::vector<double>& times) {
 
 std::size_t PairsFor(std::size_t pairBytes, Caches caches) {
     return caches == Caches::hot ? 1 : 1 + 2 * LastLevelCache() / pairBytes;
+}
+
+void FillSamples(std::byte* to, std::size_t bytes, Samples samples) {
+    std::uint32_t seed = 1;
+    for (std::size_t i = 0; i + 4 <= bytes; i += 4) {
+        seed = seed * 1664525u + 1013904223u;
+        const float unit = static_cast<float>(seed >> 8) / 16777216.0f;
+        if (samples == Samples::floats)
+            std::memcpy(to + i, &unit, 4);
+        else
+            std::memcpy(to + i, &seed, 4);
+    }
 }
 
 Ring::Ring(std::size_t dstBytes, std::size_t srcBytes, Samples samples, Caches caches) {

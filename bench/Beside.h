@@ -26,6 +26,9 @@ enum class Caches {
 /// What the source buffers hold.
 enum class Samples { integers, floats };
 
+/// Samples without order, the worst case for a table look-up; floats lie in 0..1.
+void FillSamples(std::byte* to, std::size_t bytes, Samples samples);
+
 /// Pairs of buffers in one block, to be used in turn.
 class Ring {
 public:

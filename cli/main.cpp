@@ -34,6 +34,7 @@ int main(int argc, char** argv) {
         zel::ConvertVerb(),
         zel::PatternVerb(),
         zel::PlaceVerb(),
+        zel::InfoVerb(),
     };
     // clang-format on
     try {

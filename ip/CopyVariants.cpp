@@ -195,8 +195,9 @@ std::span<const CopyFamily* const> CopyFamilies() { return kFamilies; }
 void CopyFrame(const CopyFamily& family, const CopyVariant& variant, void* dst, int dstRowBytes,
                void* src, int srcRowBytes, int width, int height) {
     const std::int64_t rowBytes = std::int64_t{width} / family.pixels * family.dstBytes;
-    IpFrame_Copy_Master(PickRow(variant, dst, src, rowBytes, height), dst, dstRowBytes, src,
-                        srcRowBytes, width, height);
+    WithRow(variant, dst, src, rowBytes, height, [=](IpScanCopyFn* row) {
+        IpFrame_Copy_Master(row, dst, dstRowBytes, src, srcRowBytes, width, height);
+    });
 }
 
 void CopyFrame(const CopyFamily& family, void* dst, int dstRowBytes, void* src, int srcRowBytes,

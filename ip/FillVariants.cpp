@@ -29,9 +29,10 @@ void FillFrame(const FillVariant& variant, IpScanFillFn* scanFn, FillUnit unit, 
     FillPattern pattern;
     scanFn(pattern.data(), 0, 16 / unit.bytes * unit.pixels, r, g, b, a, normalised);
     const std::ptrdiff_t bytes = std::ptrdiff_t{width / unit.pixels} * unit.bytes;
-    IpFillRowFn* const row = PickRow(variant, base, nullptr, bytes, height);
-    ForEach(
-        height, [&](void* to) { row(to, bytes, pattern); }, Upwards({base, rowBytes}, height));
+    WithRow(variant, base, nullptr, bytes, height, [&](IpFillRowFn* row) {
+        ForEach(
+            height, [&](void* to) { row(to, bytes, pattern); }, Upwards({base, rowBytes}, height));
+    });
 }
 
 void FillFrame(IpScanFillFn* scanFn, FillUnit unit, void* base, int rowBytes, int width, int height,

@@ -27,10 +27,17 @@ void IpScan_Copy(void* dst, int dstRowBytes, void* src, int srcRowBytes, int) {
 }
 
 void IpFrame_Copy(void* dst, int dstRowBytes, void* src, int srcRowBytes, int, int height) {
-    // The width is not used, so it may say how many bytes a row has.
-    const auto size = [](int rowBytes) { return rowBytes < 0 ? ~rowBytes : rowBytes; };
-    const int bytes = std::min(size(dstRowBytes), size(srcRowBytes));
-    CopyFrame(kPlainCopy, dst, dstRowBytes, src, srcRowBytes, bytes, height);
+    const auto size = [](int rowBytes) { return std::int64_t{rowBytes} * (rowBytes < 0 ? -1 : 1); };
+    const std::int64_t bytes = std::min(size(dstRowBytes), size(srcRowBytes));
+    if (dstRowBytes == srcRowBytes && height > 1 && bytes * height <= INT32_MAX) {
+        // Rows without gaps are one row; a long copy is quicker than many short ones.
+        const int all = static_cast<int>(bytes * height);
+        return CopyFrame(kPlainCopy, Upwards({dst, dstRowBytes}, height).first, all,
+                         Upwards({src, srcRowBytes}, height).first, all, all, 1);
+    }
+    // The family counts its units in bytes.
+    const int width = static_cast<int>(std::min<std::int64_t>(bytes, INT32_MAX));
+    CopyFrame(kPlainCopy, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 
 void IpScan_Dummy(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width) {

@@ -1,5 +1,6 @@
 #include "ip/detail/LutVariants.h"
 
+#include "ip/arm/LutRows.h"
 #include "ip/detail/LutPrepared.h"
 #include "ip/detail/Units.h"
 #include "ip/detail/Variants.h"
@@ -71,6 +72,9 @@ constexpr LutVariant kVariants8[] = {
 #if ZEL_X86
     {"avx512",   Cpu::avx512,   nullptr,        x86::LutRow8_Avx512,   x86::LutRow8Streaming_Avx512},
 #endif
+#if ZEL_NEON
+    {"neon",     Cpu::neon,     nullptr,        arm::LutRow8_Neon,     nullptr},
+#endif
 };
 
 constexpr LutVariant kVariants16[] = {
@@ -110,10 +114,11 @@ void LutFrame(const LutFamily& family, const LutVariant& variant, void* dst, int
         variant.prepare(prepared, t0, t1, t2, t3);
         for (std::size_t c = 0; c < 4; ++c) tables[c] = &prepared[1024 * c];
     }
-    IpScanLutFn* const row =
-        PickRow(variant, dst, src, std::int64_t{family.pixelBytes} * width, height);
-    IpFrame_Lut_Master(row, dst, dstRowBytes, src, srcRowBytes, width, height, tables[0], tables[1],
-                       tables[2], tables[3]);
+    const auto walk = [&](IpScanLutFn* row) {
+        IpFrame_Lut_Master(row, dst, dstRowBytes, src, srcRowBytes, width, height, tables[0],
+                           tables[1], tables[2], tables[3]);
+    };
+    WithRow(variant, dst, src, std::int64_t{family.pixelBytes} * width, height, walk);
 }
 
 }  // namespace zel::ip

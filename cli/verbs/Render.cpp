@@ -7,7 +7,9 @@
 #include "cli/verbs/Verbs.h"
 #include "headless/Error.h"
 #include "headless/Text.h"
+#include "ip/detail/Cpu.h"
 
+#include <cstdlib>
 #include <iostream>
 
 namespace zel {
@@ -31,6 +33,7 @@ constexpr Option kOptions[] = {
     {"--range16",     "SCALE",      "16-bit white: full (65535, default) or ae (32768)"},
     {"--endian",      "ORDER",      "of a DPX file: big or little (default: as IN, else big)"},
     {"--transfer",    "TAG",        "of a DPX file: log, linear, rec709, ... (default: as IN)"},
+    {"--cpu",         "LEVEL",      "instruction sets to use at most: see 'zelfx info' (default: all)"},
     {"-q,--quiet",    nullptr,      "print nothing but errors"},
 };
 // clang-format on
@@ -71,6 +74,24 @@ void RequireDpx(const Arguments& arguments, const std::string& out) {
                                               out + "' is none");
 }
 
+/// The modules read the environment when they are set up.
+void ForceCpu(const Arguments& arguments) {
+    const auto given = arguments.Last("cpu");
+    if (!given) return;
+    const auto level = ip::CpuNamed(*given);
+    if (!level || *level > ip::SupportedCpu()) {
+        std::vector<std::string> names;
+        for (const ip::CpuLevel& l : ip::CpuLevels())
+            if (l.level <= ip::SupportedCpu()) names.emplace_back(l.name);
+        RejectOption("cpu", *given, Alternatives(names));
+    }
+#if defined(_WIN32)
+    _putenv_s("ZELFX_CPU", given->c_str());
+#else
+    setenv("ZELFX_CPU", given->c_str(), 1);
+#endif
+}
+
 void PrintNotes(const RenderReport& report) {
     const auto note = [](const std::string& text) { std::cerr << "zelfx: note: " << text << '\n'; };
     if (report.effect.code != 0)
@@ -86,6 +107,7 @@ void PrintNotes(const RenderReport& report) {
 
 int Run(const Arguments& arguments) {
     const RenderOptions options = OptionsFrom(arguments);
+    ForceCpu(arguments);
     const std::string in = *arguments.Last("IN"), out = *arguments.Last("OUT");
     RequireDpx(arguments, out);
 

@@ -17,5 +17,6 @@ Verb ProbeVerb();
 Verb ConvertVerb();
 Verb PatternVerb();
 Verb PlaceVerb();
+Verb InfoVerb();
 
 }  // namespace zel

@@ -3,6 +3,7 @@
 /// Choosing from a list of variants.
 
 #include "ip/detail/Cpu.h"
+#include "ip/x86/Fence.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -25,13 +26,17 @@ const Variant& Pick(std::span<const Variant> variants, Cpu level = ActiveCpu()) 
 /// source.
 inline constexpr std::int64_t kStreamingBytes = std::int64_t{2} << 20;
 
-/// The variant's row function for a frame. Frames in place stay in the caches, where
-/// their lines are already.
-template <class Variant>
-auto* PickRow(const Variant& variant, const void* dst, const void* src, std::int64_t rowBytes,
-              int height) {
+/// Calls walk(row function), with the one that suits a frame: stores past the caches for
+/// large ones, but not for frames in place, whose lines are in the caches already.
+template <class Variant, class Walk>
+void WithRow(const Variant& variant, const void* dst, const void* src, std::int64_t rowBytes,
+             int height, Walk walk) {
     const bool large = height > 0 && rowBytes * height >= kStreamingBytes;
-    return large && dst != src && variant.streamingRow ? variant.streamingRow : variant.row;
+    if (!large || dst == src || !variant.streamingRow) return walk(variant.row);
+    walk(variant.streamingRow);
+#if ZEL_X86
+    x86::StreamFence();
+#endif
 }
 
 }  // namespace zel::ip

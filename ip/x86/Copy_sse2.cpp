@@ -23,7 +23,6 @@ void CopyRowStreaming_Sse2(void* dst, int dstRowBytes, void* src, int srcRowByte
     }
     std::memcpy(At<std::byte>(dst, at), At<std::byte>(src, at),
                 static_cast<std::size_t>(bytes - at));
-    _mm_sfence();
 }
 
 }  // namespace zel::ip::x86

@@ -36,7 +36,6 @@ void Row(void* row, std::ptrdiff_t bytes, const FillPattern& pattern) {
         }
     for (std::ptrdiff_t i = 0; at + i < bytes; ++i)
         to[at + i] = turned[static_cast<std::size_t>(i % 16)];
-    if constexpr (kStores == Stores::streaming) _mm_sfence();
 }
 
 }  // namespace

@@ -99,7 +99,6 @@ ZEL_AVX512 void Row(void* dst, void* src, int width, void* t0, void* t1, void* t
         }
     }
     LookPart(to + at, from + at, bytes - at, t);
-    if constexpr (kStores == Stores::streaming) _mm_sfence();
 }
 
 }  // namespace

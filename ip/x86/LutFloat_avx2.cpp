@@ -44,7 +44,6 @@ ZEL_AVX2 void Row(void* dst, void* src, int width, void* t0, void* t1, void* t2,
     }
     LutRowFloatPrepared(At<std::byte>(dst, x * kBytes), At<std::byte>(src, x * kBytes),
                         static_cast<int>(width - x), t0, t1, t2, t3);
-    if constexpr (kStores == Stores::streaming) _mm_sfence();
 }
 
 }  // namespace

@@ -48,7 +48,6 @@ void Row(void* dst, void* src, int width, void* t0, void* t1, void* t2, void* t3
             _mm_storeu_ps(to, units);
         }
     }
-    if constexpr (kStores == Stores::streaming) _mm_sfence();
 }
 
 }  // namespace

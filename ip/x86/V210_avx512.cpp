@@ -113,7 +113,6 @@ ZEL_AVX512 void Row(void* dst, void* src, int width) {
     if (at < groups)
         PackPart<From>(At<std::byte>(dst, at * kDstGroup), At<std::byte>(src, at * kSrcGroup),
                        groups - at);
-    if constexpr (kStores == Stores::streaming) _mm_sfence();
 }
 
 }  // namespace
