@@ -195,7 +195,7 @@ TEST_F(RenderErrors, WrongUsage) {
         {{""}, {"''", "list, describe, render,"}},
         {{"render"}, {"IN", "missing", "zelfx render --help"}},
         {{"render", "good.png"}, {"OUT", "missing", "zelfx render --help"}},
-        {{"render", "good.png", "out.png"}, {"--effect", "missing", "zelfx render --help"}},
+        {{"render", "good.png", "out.png"}, {"effect is missing", "--preset"}},
         {{"render", "good.png", "out.png", "-e"}, {"--effect", "EFFECT"}},
         {{"render", "good.png", "out.png", "-e", "color_balance", "-s"}, {"--set", "NAME=VALUE"}},
         {{"render", "good.png", "out.png", "more.png", "-e", "color_balance"},
