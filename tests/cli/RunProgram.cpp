@@ -16,6 +16,10 @@ namespace {
 
 constexpr int kNotStarted = 127;
 
+// For programs built with the leak sanitizer: leaks that are none of ours.
+constexpr const char* kLeakOptions =
+    "print_suppressions=0:suppressions=" ZEL_SOURCE_ROOT "/tests/cli/leaks.supp";
+
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
@@ -34,6 +38,7 @@ std::string ContentOf(std::FILE* file) {
     if (!options.out.empty()) out = open(options.out.c_str(), O_WRONLY | O_CREAT, 0666);
     if (dup2(in, 0) < 0 || dup2(out, 1) < 0 || dup2(err, 2) < 0) _exit(kNotStarted);
     if (!options.folder.empty() && chdir(options.folder.c_str()) != 0) _exit(kNotStarted);
+    setenv("LSAN_OPTIONS", kLeakOptions, 1);
     for (const auto& [name, value] : options.environment) setenv(name.c_str(), value.c_str(), 1);
     std::vector<char*> arguments;
     for (const std::string& word : command) arguments.push_back(const_cast<char*>(word.c_str()));

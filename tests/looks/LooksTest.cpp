@@ -16,7 +16,6 @@ Words operator+(Words a, const Words& b) {
 
 Outcome LooksTest::Zelfx(const Words& arguments, RunOptions options) const {
     if (options.folder.empty()) options.folder = folder / "";
-    options.environment.emplace_back("LSAN_OPTIONS", kLeakOptions);
     return RunProgram(Words{ZELFX_PROGRAM} + arguments, options);
 }
 

@@ -21,10 +21,6 @@ using Samples = std::vector<std::uint16_t>;
 
 inline const std::string kPhotograph = ZEL_SOURCE_ROOT "/samples/coffee.png";
 
-/// For builds under the address sanitizer: leaks that are none of ours.
-inline const std::string kLeakOptions =
-    "print_suppressions=0:suppressions=" ZEL_SOURCE_ROOT "/tests/looks/leaks.supp";
-
 constexpr const char* kEffects[] = {"color_balance", "brightness_contrast_pivot",
                                     "gamma_gain_offset", "log_linear_conversion"};
 
