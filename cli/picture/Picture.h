@@ -34,18 +34,27 @@ struct PictureHeader {
     std::shared_ptr<const PictureAttributes> attributes;
 };
 
-class PictureReader {
+/// A picture whose header is known and whose pixels can be had: of a file or of a video.
+class PictureSource {
+public:
+    virtual ~PictureSource() = default;
+
+    virtual const PictureHeader& Header() const = 0;
+
+    /// Fills a frame of the header's size: samples on the full scale of the frame's
+    /// format, straight alpha, opaque where there is none; grey becomes R = G = B. Called
+    /// once. Throws Error(Input) when the picture breaks off or is damaged.
+    virtual void Read(Frame& to) = 0;
+};
+
+class PictureReader : public PictureSource {
 public:
     /// Throws Error(Input) when the file is missing, a folder, or no picture.
     explicit PictureReader(const std::filesystem::path& file);
-    ~PictureReader();
+    ~PictureReader() override;
 
-    const PictureHeader& Header() const { return m_header; }
-
-    /// Fills a frame of the header's size: samples on the full scale of the frame's
-    /// format, straight alpha, opaque where the file has none; grey becomes R = G = B.
-    /// Throws Error(Input) when the file breaks off or is damaged.
-    void Read(Frame& to);
+    const PictureHeader& Header() const override { return m_header; }
+    void Read(Frame& to) override;
 
 private:
     struct Impl;
