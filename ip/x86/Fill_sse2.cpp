@@ -26,7 +26,8 @@ void Row(void* row, std::ptrdiff_t bytes, const FillPattern& pattern) {
     for (std::ptrdiff_t i = 0; i < at; ++i) to[i] = pattern[static_cast<std::size_t>(i % 16)];
     const FillPattern turned = Turned(pattern, at);
     const auto vector = Load<__m128i>(turned.data());
-    for (; at + kLine <= bytes; at += kLine)
+    for (; at + kLine <= bytes; at += kLine) {
+        if constexpr (kStores == Stores::cached) PrefetchAhead(to + at);
         for (std::ptrdiff_t i = 0; i < kLine; i += kVector) {
             auto* const vectorAt = reinterpret_cast<__m128i*>(to + at + i);
             if constexpr (kStores == Stores::streaming)
@@ -34,6 +35,7 @@ void Row(void* row, std::ptrdiff_t bytes, const FillPattern& pattern) {
             else
                 _mm_store_si128(vectorAt, vector);
         }
+    }
     for (std::ptrdiff_t i = 0; at + i < bytes; ++i)
         to[at + i] = turned[static_cast<std::size_t>(i % 16)];
 }

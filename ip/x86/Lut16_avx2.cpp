@@ -35,12 +35,11 @@ ZEL_AVX2 void Row(void* dst, void* src, int width, void* t0, void* t1, void* t2,
         auto* const to = reinterpret_cast<__m256i*>(At<std::byte>(dst, x * kBytes));
         const __m256i samples = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from));
         const __m256i codes = Look(samples, static_cast<const int*>(t0));
-        if constexpr (kStores == Stores::streaming) {
-            PrefetchAhead(from);
+        PrefetchAhead<kStores>(from, to);
+        if constexpr (kStores == Stores::streaming)
             _mm256_stream_si256(to, codes);
-        } else {
+        else
             _mm256_storeu_si256(to, codes);
-        }
     }
     LutRow16Prepared(At<std::byte>(dst, x * kBytes), At<std::byte>(src, x * kBytes),
                      static_cast<int>(width - x), t0, t1, t2, t3);

@@ -86,7 +86,7 @@ ZEL_AVX512 void Row(void* dst, void* src, int width, void* t0, void* t1, void* t
         Block block;
         for (int i = 0; i < 4; ++i) {
             const std::byte* const vector = from + at + i * kVector;
-            if constexpr (kStores == Stores::streaming) PrefetchAhead(vector);
+            PrefetchAhead<kStores>(vector, to + at + i * kVector);
             block.v[i] = _mm512_loadu_si512(vector);
         }
         block = Look(block, t);

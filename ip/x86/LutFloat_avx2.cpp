@@ -35,12 +35,11 @@ ZEL_AVX2 void Row(void* dst, void* src, int width, void* t0, void* t1, void* t2,
         auto* const to = reinterpret_cast<float*>(At<std::byte>(dst, x * kBytes));
         const __m256 samples = _mm256_loadu_ps(reinterpret_cast<const float*>(from));
         const __m256 units = Look(samples, static_cast<const float*>(t0));
-        if constexpr (kStores == Stores::streaming) {
-            PrefetchAhead(from);
+        PrefetchAhead<kStores>(from, to);
+        if constexpr (kStores == Stores::streaming)
             _mm256_stream_ps(to, units);
-        } else {
+        else
             _mm256_storeu_ps(to, units);
-        }
     }
     LutRowFloatPrepared(At<std::byte>(dst, x * kBytes), At<std::byte>(src, x * kBytes),
                         static_cast<int>(width - x), t0, t1, t2, t3);

@@ -41,12 +41,11 @@ void Row(void* dst, void* src, int width, void* t0, void* t1, void* t2, void* t3
         auto* const to = reinterpret_cast<float*>(At<std::byte>(dst, x * kBytes));
         const __m128 samples = _mm_loadu_ps(reinterpret_cast<const float*>(from));
         const __m128 units = Look(samples, t0, t1, t2, t3);
-        if constexpr (kStores == Stores::streaming) {
-            PrefetchAhead(from);
+        PrefetchAhead<kStores>(from, to);
+        if constexpr (kStores == Stores::streaming)
             _mm_stream_ps(to, units);
-        } else {
+        else
             _mm_storeu_ps(to, units);
-        }
     }
 }
 

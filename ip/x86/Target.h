@@ -39,8 +39,16 @@ inline std::ptrdiff_t UnitsToAlign(const void* dst, std::ptrdiff_t count, std::s
 
 /// Asks for the line 4 KB ahead: far enough for memory, near enough for the first-level
 /// cache. Past the end of a frame it asks in vain, which does no harm.
-inline void PrefetchAhead(const void* from) {
-    _mm_prefetch(static_cast<const char*>(from) + 4096, _MM_HINT_T0);
+inline void PrefetchAhead(const void* at) {
+    _mm_prefetch(static_cast<const char*>(at) + 4096, _MM_HINT_T0);
+}
+
+/// The same for a source and, where stores go into the caches, its destination: such a
+/// store waits for the line that it overwrites.
+template <Stores kStores>
+void PrefetchAhead(const void* from, const void* to) {
+    PrefetchAhead(from);
+    if constexpr (kStores == Stores::cached) PrefetchAhead(to);
 }
 
 }  // namespace zel::ip::x86

@@ -22,6 +22,7 @@ ZEL_AVX2 void V210ToYCbYCr8_Avx2(void* dst, int dstRowBytes, void* src, int srcR
         const auto* const from =
             reinterpret_cast<const __m256i*>(At<std::byte>(src, at * kSrcGroup));
         std::byte* const to = At<std::byte>(dst, at * kDstGroup);
+        PrefetchAhead<Stores::cached>(from, to);
         const __m256i words = _mm256_loadu_si256(from);
         const auto field = [=](int shift, int bytes) ZEL_AVX2 {
             return _mm256_and_si256(_mm256_srli_epi32(words, shift), _mm256_set1_epi32(bytes));

@@ -102,13 +102,12 @@ ZEL_AVX512 void Row(void* dst, void* src, int width) {
         std::byte* const to = At<std::byte>(dst, at * kDstGroup);
         const __m512i words =
             Words<From>({_mm512_loadu_si512(from), _mm512_loadu_si512(from + 8 * 4)});
-        if constexpr (kStores == Stores::streaming) {
-            PrefetchAhead(from);
-            PrefetchAhead(from + 64);
+        PrefetchAhead<kStores>(from, to);
+        PrefetchAhead(from + 64);
+        if constexpr (kStores == Stores::streaming)
             _mm512_stream_si512(reinterpret_cast<__m512i*>(to), words);
-        } else {
+        else
             _mm512_storeu_si512(to, words);
-        }
     }
     if (at < groups)
         PackPart<From>(At<std::byte>(dst, at * kDstGroup), At<std::byte>(src, at * kSrcGroup),
