@@ -5,6 +5,9 @@
 #include <cstdint>
 #include <cstring>
 #include <ctime>
+#include <map>
+#include <memory>
+#include <vector>
 
 #if defined(__unix__)
 #include <unistd.h>
@@ -49,6 +52,40 @@ double Median(std::vector<double>& times) {
     return *middle;
 }
 
+/// Memory that grows and is not given back, since fresh pages cost more than most
+/// routines.
+class Arena {
+public:
+    std::byte* Take(std::size_t bytes, Samples samples) {
+        const bool grows = bytes > m_bytes;
+        if (grows) {
+            m_memory.reset(new (kPage) std::byte[bytes]);
+            m_bytes = bytes;
+        }
+        if (grows || samples != m_samples) FillSamples(m_memory.get(), m_bytes, samples);
+        m_samples = samples;
+        return m_memory.get();
+    }
+
+    static constexpr std::align_val_t kPage{4096};
+
+private:
+    struct Free {
+        void operator()(std::byte* memory) const { ::operator delete[](memory, kPage); }
+    };
+    std::unique_ptr<std::byte[], Free> m_memory;
+    std::size_t m_bytes = 0;
+    Samples m_samples = Samples::integers;
+};
+
+std::string NameOf(const Row& row, const std::string& variant) {
+    return row.routine + '/' + variant + '/' + std::to_string(row.size.width) + 'x' +
+           std::to_string(row.size.height) + (row.caches == Caches::cold ? "/cold" : "/hot");
+}
+
+/// Quotients of the scalar rows so far, by name.
+std::map<std::string, double> g_scalars;
+
 }  // namespace
 
 std::size_t PairsFor(std::size_t pairBytes, Caches caches) {
@@ -68,37 +105,46 @@ void FillSamples(std::byte* to, std::size_t bytes, Samples samples) {
 }
 
 Ring::Ring(std::size_t dstBytes, std::size_t srcBytes, Samples samples, Caches caches) {
-    constexpr std::size_t kPage = 4096;
+    static Arena dsts, srcs;
+    constexpr auto kPage = static_cast<std::size_t>(Arena::kPage);
     const auto pages = [](std::size_t bytes) { return (bytes + kPage - 1) / kPage * kPage; };
-    const std::size_t pairBytes = pages(dstBytes) + pages(srcBytes);
-    const std::size_t pairs = PairsFor(pairBytes, caches);
-    m_memory = std::make_unique<std::byte[]>(pairs * pairBytes + kPage);
-    const auto misaligned = reinterpret_cast<std::uintptr_t>(m_memory.get()) % kPage;
-    std::byte* at = m_memory.get() + (kPage - misaligned) % kPage;
-    for (std::size_t i = 0; i < pairs; ++i, at += pairBytes) {
-        m_pairs.push_back({at, at + pages(dstBytes)});
-        FillSamples(m_pairs.back().src, srcBytes, samples);
-    }
+    m_dstStep = pages(dstBytes);
+    m_srcStep = pages(srcBytes);
+    m_pairs = PairsFor(m_dstStep + m_srcStep, caches);
+    m_dst = dsts.Take(m_pairs * m_dstStep, Samples::integers);
+    m_src = srcs.Take(m_pairs * m_srcStep, samples);
 }
 
-void RunBeside(benchmark::State& state, const char* counter, const std::function<void()>& routine,
-               const std::function<void()>& plain) {
+void RunBeside(benchmark::State& state, const Row& row, const std::function<void()>& routine,
+               Plain kind, const std::function<void()>& plain) {
+    constexpr std::size_t kFewest = 9, kMost = 101;
+    constexpr double kSeconds = 0.1;
     std::vector<double> times, plainTimes;
     plain();
     routine();
+    double median = 0;
     for (auto _ : state) {
-        plainTimes.push_back(SecondsOf(plain));
-        times.push_back(SecondsOf(routine));
-        state.SetIterationTime(times.back());
+        const double end = Now() + kSeconds;
+        while (times.size() < kFewest || (times.size() < kMost && Now() < end)) {
+            plainTimes.push_back(SecondsOf(plain));
+            times.push_back(SecondsOf(routine));
+        }
+        median = Median(times);
+        state.SetIterationTime(median);
     }
-    const double median = Median(times);
-    state.counters["median_us"] = median * 1e6;
-    state.counters[counter] = median / Median(plainTimes);
+    const double quotient = median / Median(plainTimes);
+    state.counters[kind == Plain::memcpy ? "x_memcpy" : "x_memset"] = quotient;
+    if (row.variant == "scalar") g_scalars[NameOf(row, row.variant)] = quotient;
+    const auto scalar = g_scalars.find(NameOf(row, "scalar"));
+    if (scalar != g_scalars.end()) state.counters["x_scalar"] = scalar->second / quotient;
 }
 
-std::string RowName(const std::string& name, Size size, Caches caches) {
-    return name + '/' + std::to_string(size.width) + 'x' + std::to_string(size.height) +
-           (caches == Caches::cold ? "/cold" : "/hot");
+void Register(const Row& row, const std::function<void(benchmark::State&, const Row&)>& run) {
+    benchmark::RegisterBenchmark(NameOf(row, row.variant).c_str(),
+                                 [=](benchmark::State& state) { run(state, row); })
+        ->UseManualTime()
+        ->Iterations(1)
+        ->Unit(benchmark::kMicrosecond);
 }
 
 }  // namespace zel::bench

@@ -7,9 +7,7 @@
 
 #include <cstddef>
 #include <functional>
-#include <memory>
 #include <string>
-#include <vector>
 
 namespace zel::bench {
 
@@ -23,13 +21,14 @@ enum class Caches {
     hot,   // one pair of buffers
 };
 
-/// What the source buffers hold.
+/// What the source buffers hold: samples without order, the worst case for a table
+/// look-up; floats lie in 0..1.
 enum class Samples { integers, floats };
 
-/// Samples without order, the worst case for a table look-up; floats lie in 0..1.
 void FillSamples(std::byte* to, std::size_t bytes, Samples samples);
 
-/// Pairs of buffers in one block, to be used in turn.
+/// Pairs of buffers to be used in turn. All rings share their memory: only the last one
+/// made may be used.
 class Ring {
 public:
     Ring(std::size_t dstBytes, std::size_t srcBytes, Samples samples, Caches caches);
@@ -37,24 +36,38 @@ public:
     struct Pair {
         std::byte *dst, *src;
     };
-    Pair Next() { return m_pairs[m_next++ % m_pairs.size()]; }
+    Pair Next() {
+        const std::size_t i = m_next++ % m_pairs;
+        return {m_dst + i * m_dstStep, m_src + i * m_srcStep};
+    }
 
 private:
-    std::unique_ptr<std::byte[]> m_memory;
-    std::vector<Pair> m_pairs;
-    std::size_t m_next = 0;
+    std::byte *m_dst, *m_src;
+    std::size_t m_dstStep, m_srcStep, m_pairs, m_next = 0;
 };
 
 /// How many pairs of buffers it takes until the first has left the caches.
 std::size_t PairsFor(std::size_t pairBytes, Caches caches);
 
-/// Times `routine` and `plain` in turn. The row's time is the routine's; beside it stand
-/// its median, in microseconds, and `counter`, the quotient of the two medians.
-void RunBeside(benchmark::State& state, const char* counter, const std::function<void()>& routine,
-               const std::function<void()>& plain);
+/// A row of the table: one way of doing something. The scalar variant comes before the
+/// others of its routine, which are compared with it.
+struct Row {
+    std::string routine, variant;
+    Size size;
+    Caches caches;
+};
 
-/// "<name>/1920x1080/cold"
-std::string RowName(const std::string& name, Size size, Caches caches);
+/// What a routine is compared with. Clearing stands for it where nothing is read.
+enum class Plain { memcpy, memset };
+
+/// Times `routine` and `plain` in turn. The row's time is the routine's median; beside it
+/// stand the quotient of the two medians and, behind the scalar row's, how many times
+/// faster than that the routine is.
+void RunBeside(benchmark::State& state, const Row& row, const std::function<void()>& routine,
+               Plain kind, const std::function<void()>& plain);
+
+/// Adds "<routine>/<variant>/1920x1080/cold".
+void Register(const Row& row, const std::function<void(benchmark::State&, const Row&)>& run);
 
 /// Calls fn(size, caches) for every size, cold and hot.
 template <class Fn>
