@@ -19,7 +19,7 @@ void RunPlain(benchmark::State& state, const Row& row, const CopyVariant& varian
 
 void Run(benchmark::State& state, const Row& row, const CopyFamily& family,
          const CopyVariant& variant) {
-    const auto [width, height] = row.size;
+    const int width = row.size.width, height = row.size.height;
     const int dstRow = RowBytes(width, family.pixels, family.dstBytes);
     const int srcRow = RowBytes(width, family.pixels, family.srcBytes);
     RunBesideCopy(state, row, FrameBytes(dstRow, row.size), FrameBytes(srcRow, row.size),

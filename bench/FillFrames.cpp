@@ -25,7 +25,7 @@ const Fill kFills[] = {
 // clang-format on
 
 void Run(benchmark::State& state, const Row& row, const Fill& fill, const FillVariant& variant) {
-    const auto [width, height] = row.size;
+    const int width = row.size.width, height = row.size.height;
     const int rowBytes = RowBytes(width, fill.unit.pixels, fill.unit.bytes);
     const std::size_t bytes = FrameBytes(rowBytes, row.size);
     Ring ring(bytes, 0, Samples::integers, row.caches);

@@ -11,7 +11,7 @@ using namespace zel::ip;
 
 void Run(benchmark::State& state, const Row& row, const LutFamily& family,
          const LutVariant& variant) {
-    const auto [width, height] = row.size;
+    const int width = row.size.width, height = row.size.height;
     const int rowBytes = width * family.pixelBytes;
     const std::size_t bytes = FrameBytes(rowBytes, row.size);
     LutTables tables = RandomTables();

@@ -8,7 +8,7 @@ namespace {
 using namespace zel::bench;
 
 void RunPlanar(benchmark::State& state, const Row& row) {
-    const auto [w, h] = row.size;
+    const int w = row.size.width, h = row.size.height;
     const std::size_t luma = FrameBytes(w, row.size), chroma = luma / 4;
     RunBesideCopy(state, row, 2 * luma, luma + 2 * chroma, Samples::integers,
                   [=](std::byte* dst, std::byte* src) {
@@ -18,7 +18,7 @@ void RunPlanar(benchmark::State& state, const Row& row) {
 }
 
 void RunScale(benchmark::State& state, const Row& row) {
-    const auto [w, h] = row.size;
+    const int w = row.size.width, h = row.size.height;
     const std::size_t bytes = FrameBytes(4 * w, row.size);
     RunBesideCopy(state, row, bytes, bytes, Samples::integers, [=](void* dst, void* src) {
         IpFrame_Scale_RGB10_To_BGRA8(dst, 4 * w, w, h, src, 4 * w, w, h);
@@ -34,7 +34,7 @@ void RunFlip(benchmark::State& state, const Row& row) {
 }
 
 void RunOpaque(benchmark::State& state, const Row& row) {
-    const auto [w, h] = row.size;
+    const int w = row.size.width, h = row.size.height;
     RunBesideCopy(
         state, row, FrameBytes(4 * w, row.size), FrameBytes(3 * w, row.size), Samples::integers,
         [=](void* dst, void* src) { IpFrame_Copy_RGB8_To_RGBA8(dst, 4 * w, src, 3 * w, w, h); });

@@ -70,9 +70,10 @@ ZEL_AVX512 inline __m512i Codes(const Pixels& pixels) {
 template <Order From>
 ZEL_AVX512 inline __m512i Words(const Pixels& pixels) {
     const __m512i low = Codes<From, kLow>(pixels);
-    const __m512i middle = _mm512_slli_epi32(Codes<From, kMiddle>(pixels), 10);
-    const __m512i high = _mm512_slli_epi32(Codes<From, kHigh>(pixels), 20);
-    return _mm512_or_si512(_mm512_or_si512(low, middle), high);
+    const __m512i middle = Codes<From, kMiddle>(pixels);
+    const __m512i high = Codes<From, kHigh>(pixels);
+    const __m512i lower = _mm512_or_si512(low, _mm512_slli_epi32(middle, 10));
+    return _mm512_or_si512(lower, _mm512_slli_epi32(high, 20));
 }
 
 /// Fewer than four groups; nothing else is touched.
