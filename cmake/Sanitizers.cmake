@@ -3,7 +3,13 @@
 
 set(ZEL_SANITIZE "" CACHE STRING "Sanitizers to build with, comma-separated")
 
+option(ZEL_FUZZ "Instrument everything for libFuzzer; needs clang++" OFF)
+
 function(zel_sanitizers target)
+  if(ZEL_FUZZ)
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+    target_link_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
   if(NOT ZEL_SANITIZE)
     return()
   endif()
