@@ -5,7 +5,14 @@ set(ZEL_SANITIZE "" CACHE STRING "Sanitizers to build with, comma-separated")
 
 option(ZEL_FUZZ "Instrument everything for libFuzzer; needs clang++" OFF)
 
+option(ZEL_COVERAGE "Count what runs, for llvm-cov; needs clang++" OFF)
+
 function(zel_sanitizers target)
+  if(ZEL_COVERAGE)
+    set(flags -fprofile-instr-generate -fcoverage-mapping)
+    target_compile_options(${target} PRIVATE ${flags})
+    target_link_options(${target} PRIVATE ${flags})
+  endif()
   if(ZEL_FUZZ)
     target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
     target_link_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
