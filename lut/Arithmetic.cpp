@@ -7,6 +7,9 @@ using zel::lut::Truncated;
 
 namespace {
 
+/// The share `keep` of an entry, the rest its inverse.
+float BlendedWithInverse(float t, float keep) { return (1.0f - keep) * (1023.0f - t) + t * keep; }
+
 /// One operator on an entry t, with the operand o and its whole part n.
 float Operate(int op, float t, float o, std::int32_t n) {
     const auto whole = [](std::int64_t v) { return static_cast<float>(v); };
@@ -16,10 +19,7 @@ float Operate(int op, float t, float o, std::int32_t n) {
         case 2: return whole(Truncated(t) ^ n);
         case 3: return whole(std::int64_t{Truncated(t)} + n);
         case 4: return whole(std::int64_t{Truncated(t)} - n);
-        case 5: {
-            const float a = (1023.0f - o) / 1023.0f;
-            return (1.0f - a) * (1023.0f - t) + t * a;
-        }
+        case 5: return BlendedWithInverse(t, (1023.0f - o) / 1023.0f);
         case 6: return o < t ? o : t;  // these two keep t when either is NaN
         case 7: return o > t ? o : t;
         case 8: return o > t ? 0.0f : t;

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <string>
 #include <vector>
 
 namespace zel::test {
@@ -159,6 +160,27 @@ TEST(ElementTable, AnIndexBehindTheTableYieldsAnAddress) {
     effect.m_nElementCount = -5;
     EXPECT_EQ(effect.QueryGuiElement(-1), nullptr) << "negative and not below the count";
     EXPECT_EQ(effect.QueryGuiElement(0), table.data());
+}
+
+// The checks that stand beside the released tables as static_assert: each must be able to
+// fail.
+TEST(ElementWords, ChecksFindWrongTables) {
+    const std::vector<AEFxGuiElement> good{Group("Outer"), Slider(1, "first", kPercent),
+                                           Group("Inner"), Check(3, "second"),
+                                           GroupEnd(),     GroupEnd()};
+    EXPECT_TRUE(IdsAreRowNumbers(good) && GroupsAreBalanced(good) && NamesFitHost(good));
+
+    const auto with = [&](std::size_t row, const AEFxGuiElement& element) {
+        std::vector<AEFxGuiElement> table = good;
+        table[row] = element;
+        return table;
+    };
+    EXPECT_FALSE(IdsAreRowNumbers(with(1, Slider(2, "first", kPercent))));
+    EXPECT_FALSE(IdsAreRowNumbers(with(0, Element(kGroupStart, "Outer", kNoRange, 0))));
+    EXPECT_FALSE(GroupsAreBalanced(with(4, Check(4, "no end"))));
+    EXPECT_FALSE(GroupsAreBalanced(with(0, GroupEnd())));
+    EXPECT_TRUE(NamesFitHost(with(1, Slider(1, std::string(31, 'n'), kPercent))));
+    EXPECT_FALSE(NamesFitHost(with(1, Slider(1, std::string(32, 'n'), kPercent))));
 }
 
 }  // namespace

@@ -80,6 +80,10 @@ TEST(PlainCopySweep, EveryShape) {
         // frames have none; the width handed in means nothing.
         routine.slowRow = [](const Bytes& src, int) { return src; };
         routine.walk = RowWalk::upwards;
+        routine.scan = m.scan;
+        for (const int width : Widths())
+            for (const Place place : {Place::guarded, Place::atFront, Place::atBack})
+                SweepScan(routine, width, place, kLayouts[1]);
         for (const int width : Widths())
             for (int height = 0; height <= kMaxHeight; ++height)
                 for (const int signs : {0, 1, 2, 3})

@@ -48,6 +48,14 @@ TEST(Cpu, UnknownNamesCountAsUnset) {
     EXPECT_EQ(ActiveCpu(), SupportedCpu());
 }
 
+TEST(Cpu, NamesAndLevelsAreEachOthers) {
+    for (const CpuLevel& level : CpuLevels()) {
+        EXPECT_EQ(CpuNamed(level.name), level.level);
+        EXPECT_STREQ(NameOf(level.level), level.name);
+    }
+    EXPECT_EQ(CpuNamed("avx"), std::nullopt);
+}
+
 TEST(Cpu, ScalarMeansTheReference) {
     const Forced forced("scalar");
     EXPECT_EQ(Pick(kLut8.variants).row, IpScan_Lut_8);
