@@ -1,20 +1,27 @@
 #!/usr/bin/env bash
 # Installs what building or testing needs on Debian 12, by package name; does nothing
 # for what is there already.
-#   tools/install-packages.sh build|test
+#   tools/install-packages.sh build|test|targets
+# "test" is what the tests of this machine's own build need on top of "build"; "targets"
+# adds the compilers and emulators of the others: 32-bit, Windows, aarch64.
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config libopenimageio-dev libcli11-dev nlohmann-json3-dev
        libcairo2-dev fonts-dejavu-core)
-test=(clang libclang-rt-14-dev clang-format g++-multilib binutils
+test=(clang libclang-rt-14-dev clang-format g++-12-multilib binutils
       libgtest-dev libbenchmark-dev
       openimageio-tools imagemagick ffmpeg valgrind
       opencolorio-tools libopencolorio-dev)
+# Not g++-multilib: it refuses to be installed beside a cross compiler, over the one link
+# that it brings (/usr/include/asm). cmake/toolchains/m32.cmake does without the link.
+targets=(g++-12-multilib g++-aarch64-linux-gnu libc6-dev-arm64-cross g++-mingw-w64-x86-64-posix
+         googletest wine wine64 qemu-user icoutils zip)
 
 case "${1:-}" in
-  build) wanted=("${build[@]}") ;;
-  test)  wanted=("${build[@]}" "${test[@]}") ;;
-  *)     echo "usage: tools/install-packages.sh build|test" >&2; exit 2 ;;
+  build)   wanted=("${build[@]}") ;;
+  test)    wanted=("${build[@]}" "${test[@]}") ;;
+  targets) wanted=("${build[@]}" "${test[@]}" "${targets[@]}") ;;
+  *)       echo "usage: tools/install-packages.sh build|test|targets" >&2; exit 2 ;;
 esac
 
 installed() { [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
