@@ -1,20 +1,27 @@
+# zel_module(<name> SOURCES <file>... LIBS <library>... [FOLDER <folder>])
+#
+# A loadable module: the entry point beside the sources. It exports exactly one name,
+# `main`, and on Windows it brings its run-time library along.
+#
 # zel_effect_module(zel_<effect> SOURCE <file>)
 #
-# A loadable effect module: the entry point, the file that chooses the effect class,
-# and the libraries. It exports exactly one name, `main`.
+# One of the effects, in <build>/modules.
 
 set(ZEL_MODULE_DIR ${CMAKE_BINARY_DIR}/modules)
 
-function(zel_effect_module target)
-  cmake_parse_arguments(ARG "" "SOURCE" "" ${ARGN})
-  add_library(${target} MODULE ${ARG_SOURCE} ${zelfx_SOURCE_DIR}/host/Entry.cpp)
-  target_link_libraries(${target} PRIVATE zel_effects)
+function(zel_module target)
+  cmake_parse_arguments(ARG "" "FOLDER" "SOURCES;LIBS" ${ARGN})
+  add_library(${target} MODULE ${ARG_SOURCES} ${zelfx_SOURCE_DIR}/host/Entry.cpp)
+  target_link_libraries(${target} PRIVATE ${ARG_LIBS})
   zel_configure(${target})
   set_target_properties(${target} PROPERTIES
     PREFIX ""
-    LIBRARY_OUTPUT_DIRECTORY ${ZEL_MODULE_DIR})
+    LIBRARY_OUTPUT_DIRECTORY ${ARG_FOLDER})
   if(WIN32)
     set_target_properties(${target} PROPERTIES SUFFIX .aex)
+    if(MINGW)
+      target_link_options(${target} PRIVATE -static)
+    endif()
   elseif(APPLE)
     set_target_properties(${target} PROPERTIES BUNDLE ON BUNDLE_EXTENSION plugin)
     target_link_options(${target} PRIVATE -Wl,-exported_symbol,_main)
@@ -27,5 +34,10 @@ function(zel_effect_module target)
       target_link_options(${target} PRIVATE -Wl,--no-undefined)
     endif()
   endif()
+endfunction()
+
+function(zel_effect_module target)
+  cmake_parse_arguments(ARG "" "SOURCE" "" ${ARGN})
+  zel_module(${target} SOURCES ${ARG_SOURCE} LIBS zel_effects FOLDER ${ZEL_MODULE_DIR})
   set_property(GLOBAL APPEND PROPERTY ZEL_MODULES ${target})
 endfunction()

@@ -2,13 +2,13 @@
 
 #include "abi/HostCodes.h"
 #include "tests/headless/Thrown.h"
+#include "tests/support/Environment.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <unistd.h>
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -23,9 +23,9 @@ namespace fs = std::filesystem;
 
 constexpr Personality kHosts[] = {Personality::Premiere, Personality::AfterEffects};
 
-fs::path TestModule(const char* name) {
-    return fs::path(ZEL_TEST_MODULES) / (std::string(name) + Module::kSuffix);
-}
+std::string FileName(const char* module) { return std::string(module) + Module::kSuffix; }
+
+fs::path TestModule(const char* name) { return fs::path(ZEL_TEST_MODULES) / FileName(name); }
 
 // --- the real module ------------------------------------------------------------
 
@@ -172,7 +172,7 @@ TEST(EffectSession, AnIntThrownOutOfRender) {
         for (int i = 0; i < 2; ++i) {  // and the session stays usable
             const Error e = Thrown([&] { session.Render(out, in, values); });
             EXPECT_EQ(e.Kind(), ErrorKind::Module);
-            EXPECT_TRUE(Says(e, "ThrowsInt.so' threw out of RENDER: the number 42"));
+            EXPECT_TRUE(Says(e, FileName("ThrowsInt") + "' threw out of RENDER: the number 42"));
         }
     }
 }
@@ -182,7 +182,8 @@ TEST(EffectSession, AnExceptionThrownOutOfSetUp) {
         const Error e =
             Thrown([&] { const EffectSession session(TestModule("ThrowsInSetup"), host); });
         EXPECT_EQ(e.Kind(), ErrorKind::Module);
-        EXPECT_TRUE(Says(e, "ThrowsInSetup.so' threw out of GLOBAL_SETUP: no room for tables"));
+        EXPECT_TRUE(
+            Says(e, FileName("ThrowsInSetup") + "' threw out of GLOBAL_SETUP: no room for tables"));
     }
 }
 
@@ -190,7 +191,8 @@ TEST(EffectSession, AnErrorFromParamsSetup) {
     const auto open = [](Personality host) {
         return Thrown([&] { const EffectSession session(TestModule("FailsParamsSetup"), host); });
     };
-    const std::string text = "FailsParamsSetup.so' answered PARAMS_SETUP with error 513";
+    const std::string text =
+        FileName("FailsParamsSetup") + "' answered PARAMS_SETUP with error 513";
     EXPECT_TRUE(Says(open(Personality::Premiere), text + ": no sliders"));
     const Error silent = open(Personality::AfterEffects);
     EXPECT_EQ(silent.Kind(), ErrorKind::Module);
@@ -228,19 +230,17 @@ TEST(EffectSession, FormatsThatNobodyHereTakes) {
 
 class Commands : public testing::Test {
 protected:
-    Commands() : diary(testing::TempDir() + "zelfx-diary-" + std::to_string(getpid())) {
-        setenv("ZEL_TEST_DIARY", diary.c_str(), 1);
-    }
+    Commands() { SetEnvironment("ZEL_TEST_DIARY", diary.string().c_str()); }
     ~Commands() override {
-        unsetenv("ZEL_TEST_DIARY");
-        unsetenv("ZEL_TEST_FAIL");
-        fs::remove(diary);
+        SetEnvironment("ZEL_TEST_DIARY", nullptr);
+        SetEnvironment("ZEL_TEST_FAIL", nullptr);
     }
     std::string Written() const {
         std::ifstream in(diary);
         return {std::istreambuf_iterator<char>(in), {}};
     }
-    std::string diary;
+    const TemporaryFolder folder;
+    const fs::path diary = folder.Path() / "diary";
 };
 
 TEST_F(Commands, AsAnEditorSendsThemWithTheEffectsDataHandedBack) {
@@ -263,7 +263,7 @@ TEST_F(Commands, OnlyWhatWasSetUpIsSetDown) {
     };
     for (const auto& [failing, written] : cases) {
         fs::remove(diary);
-        setenv("ZEL_TEST_FAIL", failing, 1);
+        SetEnvironment("ZEL_TEST_FAIL", failing);
         const Error e =
             Thrown([] { const EffectSession session(TestModule("Diary"), Personality::Premiere); });
         EXPECT_TRUE(Says(e, "with error 7"));

@@ -1,6 +1,7 @@
 #include "headless/Module.h"
 
 #include "tests/headless/Thrown.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -15,27 +16,21 @@ namespace fs = std::filesystem;
 
 class ModuleFiles : public testing::Test {
 protected:
-    ModuleFiles() {
-        std::string name = (fs::temp_directory_path() / "zelfx-test-XXXXXX").string();
-        if (!mkdtemp(name.data())) throw std::runtime_error("cannot make a folder like " + name);
-        folder = name;
-    }
-    ~ModuleFiles() override { fs::remove_all(folder); }
-
     void ExpectRefused(const fs::path& file, const std::string& says) {
         const Error e = Thrown([&] { const Module module(file); });
         EXPECT_EQ(e.Kind(), ErrorKind::Module);
         EXPECT_TRUE(Says(e, "'" + file.string() + "'"));
         EXPECT_TRUE(Says(e, says));
     }
-    fs::path folder;
+    const TemporaryFolder temporary;
+    const fs::path& folder = temporary.Path();
 };
 
 TEST_F(ModuleFiles, Missing) {
     ExpectRefused(folder / "none.so", "is not there");
     ExpectRefused("none.so", "is not there");
     ExpectRefused("", "is not there");
-    ExpectRefused("libm.so.6", "is not there");  // not looked for in the system's folders
+    ExpectRefused(fs::path(ZEL_LIBM).filename(), "is not there");  // in the system's folders only
 }
 
 TEST_F(ModuleFiles, NoLibrary) {

@@ -14,8 +14,8 @@ namespace {
 using namespace zel::test;
 
 constexpr int kHeight = 3, kWidth = 12;
-constexpr std::size_t kRowBytes = 192;        // of the widest layout
-constexpr std::ptrdiff_t kStep = 0x50000000;  // between rows
+constexpr std::size_t kRowBytes = 192;      // of the widest layout
+constexpr std::int64_t kStep = 0x50000000;  // between rows
 
 using Run = std::function<void(void* dst, int dstRowBytes, void* src, int srcRowBytes)>;
 
@@ -48,7 +48,7 @@ const Case kCases[] = {
 // clang-format on
 
 /// The frame's rows after a run, with rows `step` bytes apart.
-Bytes RowsAfter(const Run& run, const FencedPages& dst, const FencedPages& src, std::ptrdiff_t step,
+Bytes RowsAfter(const Run& run, const FencedPages& dst, const FencedPages& src, std::int64_t step,
                 bool dstNegative, bool srcNegative) {
     const auto base = [&](const FencedPages& pages, bool negative) {
         return pages.bytes().data() + (negative ? (kHeight - 1) * step : 0);
@@ -75,8 +75,8 @@ TEST(LargeFrame, RowsBeyondTwoGiB) {
     if constexpr (sizeof(void*) < 8) GTEST_SKIP() << "no room for such frames";
     IpInitialize();
     std::iota(std::begin(table), std::end(table), std::uint8_t{1});
-    const FencedPages dst((kHeight - 1) * kStep + kRowBytes),
-        src((kHeight - 1) * kStep + kRowBytes);
+    constexpr auto kFrameBytes = static_cast<std::size_t>((kHeight - 1) * kStep + kRowBytes);
+    const FencedPages dst(kFrameBytes), src(kFrameBytes);
     for (const Case& c : kCases)
         for (const int signs : {0, 1, 2, 3}) {
             const Bytes near = RowsAfter(c.run, dst, src, 256, signs & 1, signs & 2);

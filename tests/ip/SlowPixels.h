@@ -16,9 +16,11 @@ inline std::uint32_t WordOf(const std::uint8_t* bytes) {
 }
 
 inline Bytes BytesOf(std::uint64_t value, int count) {
-    Bytes bytes;
-    for (int i = 0; i < count; ++i, value /= 256)
-        bytes.push_back(static_cast<std::uint8_t>(value % 256));
+    Bytes bytes(static_cast<std::size_t>(count));
+    for (std::uint8_t& byte : bytes) {
+        byte = static_cast<std::uint8_t>(value % 256);
+        value /= 256;
+    }
     return bytes;
 }
 

@@ -60,56 +60,59 @@ void SlowScan(const Class& c, std::uint8_t* dst, const std::uint8_t* src, int wi
     }
 }
 
+// Sums of extents, crops and offsets need more than 32 bits; `long` has no more on Windows.
+using Wide = std::int64_t;
+
 /// A percentage or a pixel count, in pixels.
-long Pixels(float value) {
+Wide Pixels(float value) {
     if (std::isnan(value)) return 0;
-    return static_cast<long>(Clamped(std::trunc(double{value}), -2147483648.0, 2147483647.0));
+    return static_cast<Wide>(Clamped(std::trunc(double{value}), -2147483648.0, 2147483647.0));
 }
-long CropPixels(float value, int extent, bool inPixels) {
+Wide CropPixels(float value, int extent, bool inPixels) {
     if (inPixels) return Pixels(value);
     const auto product = static_cast<float>(double{static_cast<float>(extent)} * value);
     return Pixels(static_cast<float>(double{product} / 100));
 }
-long OffsetPixels(float value, int extent, bool inPixels) {
+Wide OffsetPixels(float value, int extent, bool inPixels) {
     if (inPixels) return Pixels(value);
     const auto part = static_cast<float>(double{value} / 100);
     return Pixels(static_cast<float>(double{part} * static_cast<float>(extent)));
 }
 
-long Between(long x, long lo, long hi) { return std::max(lo, std::min(x, hi)); }
+Wide Between(Wide x, Wide lo, Wide hi) { return std::max(lo, std::min(x, hi)); }
 
 struct Placement {
-    long firstRow, lastRow, rowOffset;
+    Wide firstRow, lastRow, rowOffset;
     int startX, endX, srcX;
 };
 
 Placement SlowPlacement(const IpTransformArg& a) {
     Placement p;
     const bool px = a.inPixels;
-    long top = CropPixels(a.cropTop, a.srcHeight, px);
-    long bottom = CropPixels(a.cropBottom, a.srcHeight, px);
+    Wide top = CropPixels(a.cropTop, a.srcHeight, px);
+    Wide bottom = CropPixels(a.cropBottom, a.srcHeight, px);
     if (!px) {
         top = Between(top, 0, a.srcHeight);
         bottom = Between(bottom, 0, a.srcHeight);
     }
     p.lastRow = Between(a.srcHeight - bottom, 0, a.srcHeight);
     p.firstRow = Between(std::min(top, a.srcHeight - bottom), 0, a.srcHeight);
-    const long offsetY = OffsetPixels(a.offsetY, a.srcHeight, px);
+    const Wide offsetY = OffsetPixels(a.offsetY, a.srcHeight, px);
     p.rowOffset = offsetY - offsetY % 2;
 
-    long left = CropPixels(a.cropLeft, a.srcWidth, px);
-    long right = CropPixels(a.cropRight, a.srcWidth, px);
-    const long x = OffsetPixels(a.offsetX, a.srcWidth, px);
+    Wide left = CropPixels(a.cropLeft, a.srcWidth, px);
+    Wide right = CropPixels(a.cropRight, a.srcWidth, px);
+    const Wide x = OffsetPixels(a.offsetX, a.srcWidth, px);
     if (left + right > a.srcWidth) {
         right = a.srcWidth;
         left = 0;
     }
     left = Between(left, 0, a.srcWidth);
-    right = std::max(right, 0L);
-    const long start = Between(x + left, 0, a.dstWidth);
-    const long end = std::min<long>(
-        a.dstWidth, std::max(x + a.srcWidth - std::min<long>(a.srcWidth, right), 0L));
-    const long src = left - std::min(x + left, 0L);
+    right = std::max(right, Wide{0});
+    const Wide start = Between(x + left, 0, a.dstWidth);
+    const Wide end = std::min<Wide>(
+        a.dstWidth, std::max(x + a.srcWidth - std::min<Wide>(a.srcWidth, right), Wide{0}));
+    const Wide src = left - std::min(x + left, Wide{0});
     p.startX = static_cast<int>(start - start % 6);
     p.endX = static_cast<int>(end - end % 6);
     p.srcX = static_cast<int>(src - src % 6);
@@ -134,7 +137,7 @@ void RunFrame(const Class& c, IpTransformArg arg, bool dstNegative, bool srcNega
     for (int up = 0; up < arg.dstHeight; ++up) {  // rows upwards in memory
         const int r = dstNegative ? arg.dstHeight - 1 - up : up;
         std::uint8_t* const to = &expected[dst.Offset(r)];
-        const long s = arg.flipVertical ? arg.srcHeight - up - p.rowOffset - 1 : up + p.rowOffset;
+        const Wide s = arg.flipVertical ? arg.srcHeight - up - p.rowOffset - 1 : up + p.rowOffset;
         if (s >= p.firstRow && s < p.lastRow) {
             const int from = static_cast<int>(srcNegative ? arg.srcHeight - 1 - s : s);
             SlowScan(c, to, &source[src.Offset(from)], arg.dstWidth, p.startX, p.endX, p.srcX);

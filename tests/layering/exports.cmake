@@ -1,9 +1,19 @@
-# cmake -DFILE=<module> -DNM=<nm> -P exports.cmake
+# cmake -DFILE=<module> -DNM=<nm> [-DOBJDUMP=<objdump>] -P exports.cmake
 #
-# Passes when the file exports exactly one name, `main`.
-execute_process(COMMAND ${NM} -D --defined-only ${FILE}
-                OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
-string(REGEX MATCHALL "[^ \n]+\n" names "${listing}")  # last word of every line
+# Passes when the file exports exactly one name, `main`. Files of Windows are read with
+# objdump: nm does not know their table of exports.
+if(FILE MATCHES "\\.(aex|dll)$")
+  execute_process(COMMAND ${OBJDUMP} -p ${FILE}
+                  OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX REPLACE ".*\\[Ordinal/Name Pointer\\] Table" "" listing "${listing}")
+  string(REGEX REPLACE "\n\n.*" "\n" listing "${listing}")
+  string(REGEX MATCHALL "\\] [^ \n]+\n" names "${listing}")
+  list(TRANSFORM names REPLACE "^\\] " "")
+else()
+  execute_process(COMMAND ${NM} -D --defined-only ${FILE}
+                  OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX MATCHALL "[^ \n]+\n" names "${listing}")  # last word of every line
+endif()
 list(TRANSFORM names STRIP)
 list(JOIN names ", " names)
 if(names STREQUAL "")

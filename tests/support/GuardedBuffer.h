@@ -3,8 +3,7 @@
 /// Frames in memory that shows every byte written outside them: between guard bytes,
 /// or against a page that must not be touched.
 
-#include <sys/mman.h>
-#include <unistd.h>
+#include "tests/support/Pages.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -23,23 +22,23 @@ using Bytes = std::vector<std::uint8_t>;
 /// Pages of memory between two pages that fault when touched.
 class FencedPages {
 public:
-    explicit FencedPages(std::size_t bytes)
-        : page_(static_cast<std::size_t>(sysconf(_SC_PAGESIZE))),
-          size_((bytes + page_ - 1) / page_ * page_) {
-        void* const all = mmap(nullptr, size_ + 2 * page_, PROT_NONE,
-                               MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-        if (all == MAP_FAILED) throw std::bad_alloc();
-        first_ = static_cast<std::uint8_t*>(all) + page_;
-        if (mprotect(first_, size_, PROT_READ | PROT_WRITE) != 0) throw std::bad_alloc();
+    explicit FencedPages(std::size_t bytes) : fence_(PageSize()), size_(WholePages(bytes)) {
+        void* const all = ReservePages(size_ + 2 * fence_);
+        if (!all) throw std::bad_alloc();
+        first_ = static_cast<std::uint8_t*>(all) + fence_;
+        if (!OpenPages(first_, size_)) {
+            ReleasePages(all, size_ + 2 * fence_);
+            throw std::bad_alloc();
+        }
     }
     FencedPages(const FencedPages&) = delete;
     FencedPages& operator=(const FencedPages&) = delete;
-    ~FencedPages() { munmap(first_ - page_, size_ + 2 * page_); }
+    ~FencedPages() { ReleasePages(first_ - fence_, size_ + 2 * fence_); }
 
     std::span<std::uint8_t> bytes() const { return {first_, size_}; }
 
 private:
-    std::size_t page_, size_;
+    std::size_t fence_, size_;
     std::uint8_t* first_;
 };
 

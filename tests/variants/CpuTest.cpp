@@ -1,6 +1,7 @@
 #include "ip/IpTables.h"
 #include "ip/detail/LutVariants.h"
 #include "ip/detail/Variants.h"
+#include "tests/support/Environment.h"
 
 #include <gtest/gtest.h>
 
@@ -12,17 +13,18 @@
 namespace {
 
 using namespace zel::ip;
+using zel::test::SetEnvironment;
 
 /// ZELFX_CPU set for the scope, and the library initialised with it.
 class Forced {
 public:
     explicit Forced(const char* value) {
         if (const char* const before = std::getenv("ZELFX_CPU")) m_before = before;
-        value ? setenv("ZELFX_CPU", value, 1) : unsetenv("ZELFX_CPU");
+        SetEnvironment("ZELFX_CPU", value);
         IpInitialize();
     }
     ~Forced() {
-        m_before ? setenv("ZELFX_CPU", m_before->c_str(), 1) : unsetenv("ZELFX_CPU");
+        SetEnvironment("ZELFX_CPU", m_before ? m_before->c_str() : nullptr);
         IpInitialize();
     }
     Forced(const Forced&) = delete;
