@@ -1,6 +1,5 @@
 #include "cli/Chain.h"
 
-#include "cli/Choice.h"
 #include "cli/EffectFinder.h"
 #include "cli/Preset.h"
 #include "cli/Settings.h"
@@ -64,9 +63,8 @@ std::string Joined(const Chain& chain, const char* between, Text textOf) {
 }  // namespace
 
 Chain ChainFrom(const Arguments& arguments) {
-    const Personality host = Choice(arguments, "host", {"premiere", "ae"}) == 0
-                                 ? Personality::Premiere
-                                 : Personality::AfterEffects;
+    const Personality host =
+        arguments.Is("host", "ae") ? Personality::AfterEffects : Personality::Premiere;
     Chain chain;
     for (const std::string& look : arguments.All("LOOK")) {
         if (IsPresetFile(look))

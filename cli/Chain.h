@@ -26,12 +26,13 @@ struct ChainLink {
 using Chain = std::deque<ChainLink>;
 
 // clang-format off
-inline constexpr Option kEffectOption    {"-e,--effect",     "EFFECT",     "effect or module file; in a chain the one that --set is for"};
-inline constexpr Option kSetOption       {"-s,--set",        "NAME=VALUE", "a parameter of --effect, else of the last effect; by path or id", Option::Many};
-inline constexpr Option kPresetOption    {"-p,--preset",     "FILE",       "an effect with its setting; several make a chain, in this order", Option::Many};
-inline constexpr Option kSavePresetOption{"--save-preset",   "FILE",       "write effect and setting, for --preset"};
-inline constexpr Option kToLinearOption  {"--log-to-linear", nullptr,      "Log/Linear Conversion: switch its check box off"};
-inline constexpr Option kToLogOption     {"--linear-to-log", nullptr,      "Log/Linear Conversion: switch its check box on"};
+inline constexpr Option kEffectOption    {"-e,--effect",     "EFFECT",      "effect or module; in a chain the one -s is for"};
+inline constexpr Option kSetOption       {"-s,--set",        "NAME=VALUE",  "a parameter of --effect, else of the last", Option::Many};
+inline constexpr Option kPresetOption    {"-p,--preset",     "FILE",        "effect with its setting; several: a chain", Option::Many};
+inline constexpr Option kSavePresetOption{"--save-preset",   "FILE",        "write effect and setting, for --preset"};
+inline constexpr Option kHostOption      {"--host",          "premiere|ae", "editor to play (default: premiere)"};
+inline constexpr Option kToLinearOption  {"--log-to-linear", nullptr,       "Log/Linear Conversion: check box off"};
+inline constexpr Option kToLogOption     {"--linear-to-log", nullptr,       "Log/Linear Conversion: check box on"};
 // clang-format on
 
 /// The chain of the arguments: first what stands at LOOK (effects, or presets: *.json),

@@ -8,8 +8,12 @@
 
 namespace zel {
 
+void Reject(const std::string& name, const std::string& given, const std::string& wanted) {
+    throw Error(ErrorKind::Usage, name + " cannot be '" + given + "': it takes " + wanted);
+}
+
 void RejectOption(const std::string& option, const std::string& given, const std::string& wanted) {
-    throw Error(ErrorKind::Usage, "--" + option + " cannot be '" + given + "': it takes " + wanted);
+    Reject("--" + option, given, wanted);
 }
 
 std::size_t Choice(const Arguments& arguments, const std::string& option,

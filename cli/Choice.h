@@ -9,6 +9,10 @@
 
 namespace zel {
 
+/// Throws Error(Usage): "NAME cannot be 'x': it takes ...".
+[[noreturn]] void Reject(const std::string& name, const std::string& given,
+                         const std::string& wanted);
+
 /// Throws Error(Usage): "--mode cannot be 'x': it takes side, split or diff".
 [[noreturn]] void RejectOption(const std::string& option, const std::string& given,
                                const std::string& wanted);

@@ -88,6 +88,10 @@ std::vector<fs::path> ModuleFiles() {
     return files;
 }
 
+std::string ShortName(const std::string& stem) {
+    return stem.starts_with("zel_") ? stem.substr(4) : stem;
+}
+
 std::string WhereModulesBelong() {
     std::vector<std::string> folders;
     for (const fs::path& folder : ModuleFolders()) folders.push_back("'" + folder.string() + "'");
@@ -102,7 +106,7 @@ fs::path FindModule(std::string_view effect) {
     for (const fs::path& file : ModuleFiles()) {
         const std::string stem = file.stem().string();
         if (Folded(stem) == Folded(wanted)) return file;
-        names.push_back(stem.starts_with("zel_") ? stem.substr(4) : stem);
+        names.push_back(ShortName(stem));
     }
     if (names.empty())
         throw Error(ErrorKind::Module, "there is no effect '" + std::string(effect) +

@@ -17,6 +17,9 @@ std::vector<std::filesystem::path> ModuleFolders();
 /// Every module file in those folders, by name; of two with one name the first.
 std::vector<std::filesystem::path> ModuleFiles();
 
+/// "color_balance" of "zel_color_balance": what a person calls a module.
+std::string ShortName(const std::string& stem);
+
 /// "in 'FOLDER' or 'FOLDER'; set ZELFX_PATH to their folder", for errors.
 std::string WhereModulesBelong();
 

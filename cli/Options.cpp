@@ -1,11 +1,14 @@
 #include "cli/Options.h"
 
+#include "cli/Choice.h"
+#include "cli/Help.h"
 #include "headless/Error.h"
 #include "headless/Text.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cstring>
 #include <deque>
 #include <iostream>
 
@@ -13,14 +16,23 @@ namespace zel {
 
 namespace {
 
-constexpr int kUsageStatus = static_cast<int>(ErrorKind::Usage);
-
 /// Where the parser leaves what was given for one option of the table.
 struct Slot {
     const Option* option;
     std::vector<std::string> values;
     bool on = false;
 };
+
+/// The pieces between separators; none of an empty text.
+std::vector<std::string> Split(std::string_view text, char separator) {
+    std::vector<std::string> pieces;
+    while (!text.empty()) {
+        const std::string_view piece = text.substr(0, text.find(separator));
+        pieces.emplace_back(piece);
+        text.remove_prefix(std::min(text.size(), piece.size() + 1));
+    }
+    return pieces;
+}
 
 void AddOption(CLI::App& app, Slot& slot) {
     const Option& option = *slot.option;
@@ -39,11 +51,23 @@ void AddOption(CLI::App& app, Slot& slot) {
     if (option.count == Option::Required) added->required();
 }
 
+/// A word as its table has it, upper or lower case being the same.
+std::string Spelled(const Option& option, const std::string& given) {
+    const std::vector<std::string> words = option.Words();
+    if (words.empty()) return given;
+    const auto word = std::ranges::find(words, Lower(given), Lower);
+    if (word == words.end()) Reject(option.Name(), given, Alternatives(words));
+    return *word;
+}
+
 Arguments Collect(const std::deque<Slot>& slots) {
     Arguments arguments;
     for (const Slot& slot : slots) {
         if (slot.on) arguments.Add(slot.option->Key(), {"on"});
-        if (!slot.values.empty()) arguments.Add(slot.option->Key(), slot.values);
+        if (slot.values.empty()) continue;
+        std::vector<std::string> values;
+        for (const std::string& given : slot.values) values.push_back(Spelled(*slot.option, given));
+        arguments.Add(slot.option->Key(), values);
     }
     return arguments;
 }
@@ -65,7 +89,8 @@ std::string Complaint(const CLI::ParseError& error, std::span<const Verb> verbs,
         std::vector<std::string> known{"--help"};
         if (verb)
             for (const Option& option : verb->options)
-                if (!option.IsPositional()) known.push_back("--" + option.Key());
+                for (const std::string& flag : option.Flags())
+                    if (flag.starts_with("--")) known.push_back(flag);
         return "there is no option '" + rest.front() + "'" + DidYouMean(rest.front(), known);
     }
     if (tooMuch) return "'" + rest.front() + "' is one argument too many";
@@ -76,7 +101,7 @@ std::string Complaint(const CLI::ParseError& error, std::span<const Verb> verbs,
     }
     const std::string text = OneLine(error.what());
     for (const Option& option : verb->options) {
-        const std::string name = option.IsPositional() ? option.Key() : "--" + option.Key();
+        const std::string name = option.Name();
         if (dynamic_cast<const CLI::RequiredError*>(&error) && text.starts_with(name + " "))
             return name + " is missing (" + option.help + ")";
         if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) && text.starts_with(name + ":"))
@@ -93,6 +118,18 @@ std::string Option::Key() const {
     return dashes == std::string::npos ? text : text.substr(dashes + 2);
 }
 
+std::vector<std::string> Option::Flags() const {
+    if (IsPositional()) return {};
+    std::vector<std::string> all = Split(flags, ',');
+    std::ranges::reverse(all);
+    return all;
+}
+
+std::vector<std::string> Option::Words() const {
+    if (words) return words();
+    return value && std::strchr(value, '|') ? Split(value, '|') : std::vector<std::string>{};
+}
+
 const std::vector<std::string>& Arguments::All(const std::string& key) const {
     static const std::vector<std::string> none;
     for (const auto& [name, values] : m_given)
@@ -106,44 +143,46 @@ std::optional<std::string> Arguments::Last(const std::string& key) const {
     return values.back();
 }
 
+bool Arguments::Is(const std::string& key, const char* word) const { return Last(key) == word; }
+
 void Arguments::Add(const std::string& key, std::vector<std::string> values) {
     m_given.emplace_back(key, std::move(values));
 }
 
 int RunVerbs(std::span<const Verb> verbs, int argc, const char* const* argv) {
-    CLI::App app{"zelfx: colour-correction effects without an editor", "zelfx"};
+    CLI::App app{"", "zelfx"};
     app.set_version_flag("--version", "zelfx " ZELFX_VERSION);
     app.require_subcommand(1);
-    app.get_formatter()->column_width(32);
-    app.get_formatter()->label("SUBCOMMAND", "VERB ...");
-    app.get_formatter()->label("REQUIRED", "(required)");
 
     if (argc > 1 && argv[1][0] != '-') RequireVerb(verbs, argv[1]);
     std::deque<std::pair<CLI::App*, std::deque<Slot>>> parsers;
     for (const Verb& verb : verbs) {
         CLI::App* sub = app.add_subcommand(verb.name, verb.summary);
-        sub->footer(verb.examples)->group("Verbs");
         auto& slots = parsers.emplace_back(sub, std::deque<Slot>()).second;
         for (const Option& option : verb.options)
-            AddOption(*sub, slots.emplace_back(Slot{&option, {}}));
+            if (!option.IsHeading()) AddOption(*sub, slots.emplace_back(Slot{&option, {}}));
     }
 
+    const Verb* chosen = nullptr;
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
-        if (e.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(e);
-        const CLI::App* chosen = app.get_subcommands().empty() ? nullptr : app.get_subcommands()[0];
-        const auto verb = std::ranges::find_if(
-            verbs, [&](const Verb& v) { return chosen && chosen->get_name() == v.name; });
-        std::string text =
-            Complaint(e, verbs, verb == verbs.end() ? nullptr : &*verb, app.remaining(true));
+        for (std::size_t i = 0; i < verbs.size(); ++i)
+            if (app.got_subcommand(parsers[i].first)) chosen = &verbs[i];
+        if (dynamic_cast<const CLI::CallForVersion*>(&e)) return app.exit(e);
+        if (dynamic_cast<const CLI::CallForHelp*>(&e)) {
+            std::cout << (chosen ? HelpOf(*chosen) : HelpOf(verbs));
+            return 0;
+        }
+        std::string text = Complaint(e, verbs, chosen, app.remaining(true));
         if (!text.ends_with('?'))
-            text += "; see 'zelfx " + (chosen ? chosen->get_name() + " " : "") + "--help'";
+            text += std::string("; see 'zelfx ") + (chosen ? chosen->name : "") +
+                    (chosen ? " --help'" : "--help'");
         throw Error(ErrorKind::Usage, text);
     }
-    for (std::size_t i = 0; i < verbs.size(); ++i)
-        if (parsers[i].first->parsed()) return verbs[i].run(Collect(parsers[i].second));
-    return kUsageStatus;
+    const auto parsed =
+        std::ranges::find_if(parsers, [](const auto& p) { return p.first->parsed(); });
+    return verbs[static_cast<std::size_t>(parsed - parsers.begin())].run(Collect(parsed->second));
 }
 
 }  // namespace zel

@@ -21,24 +21,8 @@ void FlushResults() {
 }  // namespace
 
 int main(int argc, char** argv) {
-    // clang-format off
-    const zel::Verb verbs[] = {
-        zel::ListVerb(),
-        zel::DescribeVerb(),
-        zel::RenderVerb(),
-        zel::CurveVerb(),
-        zel::ExportVerb(),
-        zel::CompareVerb(),
-        zel::ScopeVerb(),
-        zel::ProbeVerb(),
-        zel::ConvertVerb(),
-        zel::PatternVerb(),
-        zel::PlaceVerb(),
-        zel::InfoVerb(),
-    };
-    // clang-format on
     try {
-        const int status = zel::RunVerbs(verbs, argc, argv);
+        const int status = zel::RunVerbs(zel::AllVerbs(), argc, argv);
         FlushResults();
         return status;
     } catch (const zel::Error& e) {

@@ -124,10 +124,10 @@ std::optional<std::uint8_t> DpxTransferNamed(std::string_view name) {
     return found->value;
 }
 
-std::string DpxTransferNames() {
+std::vector<std::string> DpxTransferNames() {
     std::vector<std::string> names;
     for (const TransferName& t : kTransfers) names.emplace_back(t.name);
-    return Alternatives(names);
+    return names;
 }
 
 }  // namespace zel

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zel {
 
@@ -32,7 +33,7 @@ void WriteDpxTags(const std::filesystem::path& file, const DpxTags& tags, std::s
 /// "log", "linear", "rec709", ...; null for another text.
 std::optional<std::uint8_t> DpxTransferNamed(std::string_view name);
 
-/// The names that DpxTransferNamed() takes: "undefined, printing, ...".
-std::string DpxTransferNames();
+/// The names that DpxTransferNamed() takes.
+std::vector<std::string> DpxTransferNames();
 
 }  // namespace zel

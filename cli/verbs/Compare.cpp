@@ -19,12 +19,12 @@ namespace {
 
 // clang-format off
 constexpr Option kOptions[] = {
-    {"A",           "",      "picture",                                                     Option::Required},
-    {"B",           "",      "picture of the same size",                                    Option::Required},
-    {"-o,--output", "FILE",  "draw a picture of the two: .png .tif .exr .dpx .jpg"},
-    {"--mode",      "MODE",  "of --output: diff (default), side by side, or split in the middle"},
-    {"--gain",      "N",     "of --mode diff: times how much (default: 1)"},
-    {"--json",      nullptr, "print as JSON"},
+    {"A",           "",                "picture",                       Option::Required},
+    {"B",           "",                "picture of the same size",      Option::Required},
+    {"-o,--output", "FILE",            "picture of the two: .png .tif .exr .dpx .jpg"},
+    {"--mode",      "diff|side|split", "what --output shows (default: diff)"},
+    {"--gain",      "N",               "of --mode diff: times how much (default: 1)"},
+    {"--json",      nullptr,           "print as JSON"},
 };
 // clang-format on
 
@@ -42,9 +42,9 @@ float GainOption(const Arguments& arguments) {
 }
 
 CompareMode ModeOption(const Arguments& arguments) {
-    constexpr CompareMode modes[] = {CompareMode::Difference, CompareMode::Side,
-                                     CompareMode::Split};
-    const CompareMode mode = modes[Choice(arguments, "mode", {"diff", "side", "split"})];
+    const CompareMode mode = arguments.Is("mode", "side")    ? CompareMode::Side
+                             : arguments.Is("mode", "split") ? CompareMode::Split
+                                                             : CompareMode::Difference;
     for (const char* option : {"mode", "gain"})
         if (arguments.Has(option) && !arguments.Has("output"))
             throw Error(ErrorKind::Usage,
@@ -154,7 +154,7 @@ Verb CompareVerb() {
             "Example:\n"
             "  zelfx compare before.png after.png -o difference.png --gain 8\n"
             "Samples are compared on the scale 0 to 1, whatever their depth.\n"
-            "Exit status: 0 the same, 1 different or failed, 2 wrong usage, 3 unreadable input",
+            "Exit status: 0 same, 1 different or failed, 2 wrong usage, 3 unreadable input",
             Run};
 }
 

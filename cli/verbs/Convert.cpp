@@ -1,5 +1,6 @@
 /// zelfx convert: raw frames from one layout to another.
 
+#include "cli/Words.h"
 #include "cli/raw/RawLayouts.h"
 #include "cli/raw/Streams.h"
 #include "cli/verbs/Verbs.h"
@@ -17,8 +18,8 @@ namespace {
 constexpr Option kOptions[] = {
     {"IN",              "",        "file of raw frames; - is standard input",                 Option::Required},
     {"OUT",             "",        "file to write; - is standard output",                     Option::Required},
-    {"--from",          "LAYOUT",  "layout of IN, named as in the library: BGRA8, v210, ...", Option::Required},
-    {"--to",            "LAYOUT",  "layout of OUT",                                           Option::Required},
+    {"--from",          "LAYOUT",  "layout of IN, BGRA8, v210, ...: see 'man zelfx'", Option::Required, LayoutWords},
+    {"--to",            "LAYOUT",  "layout of OUT",                                           Option::Required, LayoutWords},
     {"--size",          "WxH",     "pixels of a frame",                                       Option::Required},
     {"--row-bytes",     "N",       "bytes from row to row of IN (default: no padding)"},
     {"--out-row-bytes", "N",       "bytes from row to row of OUT (default: no padding)"},
@@ -62,9 +63,8 @@ int Run(const Arguments& arguments) {
 Verb ConvertVerb() {
     return {"convert", "Convert raw frames between pixel layouts", kOptions,
             "Example:\n"
-            "  zelfx convert in.bgra out.v210 --from BGRA8 --to v210 --size 1920x1080 "
-            "--out-row-bytes 5120\n"
-            "What each conversion does, bit by bit: docs/layouts.md",
+            "  zelfx convert in.bgra out.v210 --from BGRA8 --to v210 --size 1920x1080\n"
+            "What each conversion does, bit by bit: docs/layouts.md.",
             Run};
 }
 

@@ -1,6 +1,7 @@
 /// zelfx curve: the transfer curve of a setting, drawn or as numbers.
 
 #include "cli/Chain.h"
+#include "cli/Json.h"
 #include "cli/curve/ChainCurve.h"
 #include "cli/curve/Plot.h"
 #include "cli/picture/TemporaryFile.h"
@@ -9,6 +10,7 @@
 #include "headless/Text.h"
 
 #include <charconv>
+#include <cmath>
 #include <fstream>
 #include <iostream>
 
@@ -18,15 +20,16 @@ namespace {
 
 // clang-format off
 constexpr Option kOptions[] = {
-    {"LOOK",        "",     "effect, preset (*.json) or several, or an operation (ApplyInvert)", Option::Many},
+    {"LOOK",        "",     "effects, presets or an operation (ApplyInvert)", Option::Many},
+    {"-o,--output", "FILE",  ".svg or .png (plot), .csv or .txt (numbers)"},
+    {"--json",      nullptr, "print the numbers as JSON"},
+    {"--exact",     nullptr, "whole codes as rendered, not the float curve"},
     kEffectOption,
     kPresetOption,
     kSetOption,
     kToLinearOption,
     kToLogOption,
     kSavePresetOption,
-    {"-o,--output",     "FILE",       ".svg or .png (plot), .csv or .txt (numbers)"},
-    {"--exact",         nullptr,      "the whole codes that the module renders, not the float curve"},
 };
 // clang-format on
 
@@ -97,14 +100,31 @@ Plot PlotOfOperation(const Arguments& arguments) {
             .references = {}};
 }
 
+/// Shortest numbers that read back as the same floats; null where the curve has none.
+void PrintJson(const Plot& plot) {
+    nlohmann::ordered_json json{{"title", plot.title}, {"setting", plot.subtitle}};
+    for (std::size_t c = 0; c < 3; ++c) {
+        auto codes = nlohmann::ordered_json::array();
+        for (const float code : plot.curve.channel[c])
+            codes.push_back(
+                nlohmann::ordered_json::parse(std::isfinite(code) ? Number(code) : "null"));
+        json[kChannelNames[c]] = codes;
+    }
+    std::cout << json.dump() << '\n';  // 3072 numbers: not a line each
+}
+
 int Run(const Arguments& arguments) {
     const auto& looks = arguments.All("LOOK");
     const bool operation = looks.size() == 1 && IsOperation(looks.front());
     const Plot plot = operation ? PlotOfOperation(arguments) : PlotOfLook(arguments);
     const auto file = arguments.Last("output");
+    if (file && arguments.Has("json"))
+        throw Error(ErrorKind::Usage, "--json prints, --output writes a file: give one of them");
     if (file) {
         Save(plot, *file);
         std::cout << *file << ": curve of " << plot.title << '\n';
+    } else if (arguments.Has("json")) {
+        PrintJson(plot);
     } else {
         PrintPlot(plot, std::cout);
     }

@@ -7,6 +7,7 @@
 #include "headless/EffectSession.h"
 #include "headless/Text.h"
 
+#include <cctype>
 #include <cstdio>
 #include <iostream>
 
@@ -14,10 +15,13 @@ namespace zel {
 
 namespace {
 
+// clang-format off
 constexpr Option kOptions[] = {
-    {"EFFECT", "", "effect name, module name or module file", Option::Required},
-    {"--json", nullptr, "print as JSON"},
+    {"EFFECT",  "",      "effect name, module name or module file", Option::Required},
+    {"--json",  nullptr, "print as JSON"},
+    {"--names", nullptr, "print what to call its parameters, one a line"},
 };
+// clang-format on
 
 const char* KindName(Parameter::Kind kind) {
     switch (kind) {
@@ -78,10 +82,27 @@ void PrintTable(const EffectSession& session) {
     }
 }
 
+/// "highlights.red": a path as it is easily typed in a shell.
+std::string TypedPath(const std::string& path) {
+    std::string typed;
+    for (const char c : Lower(path)) {
+        if (c == '/')
+            typed += '.';
+        else if (std::isalnum(static_cast<unsigned char>(c)))
+            typed += c;
+        else if (!typed.ends_with('_') && !typed.ends_with('.'))
+            typed += '_';
+    }
+    return typed;
+}
+
 int Run(const Arguments& arguments) {
     const EffectSession session(FindModule(*arguments.Last("EFFECT")), Personality::Premiere);
     if (arguments.Has("json"))
         PrintJson(session);
+    else if (arguments.Has("names"))
+        for (const Parameter& p : session.Params().All())
+            std::cout << (p.IsSettable() ? TypedPath(p.path) + '\n' : "");
     else
         PrintTable(session);
     return 0;
@@ -89,6 +110,11 @@ int Run(const Arguments& arguments) {
 
 }  // namespace
 
-Verb DescribeVerb() { return {"describe", "Show an effect's parameters", kOptions, "", Run}; }
+Verb DescribeVerb() {
+    return {"describe", "Show an effect's parameters", kOptions,
+            "Example:\n"
+            "  zelfx describe color_balance",
+            Run};
+}
 
 }  // namespace zel

@@ -1,7 +1,6 @@
 /// zelfx export: a look as a table for other programs.
 
 #include "cli/Chain.h"
-#include "cli/Choice.h"
 #include "cli/curve/ChainCurve.h"
 #include "cli/lutfile/LutFile.h"
 #include "cli/raw/RawLayouts.h"
@@ -17,17 +16,17 @@ namespace {
 
 // clang-format off
 constexpr Option kOptions[] = {
-    {"LOOK",        "",        "effect or preset (*.json); several make a chain",              Option::Many},
-    {"-o,--output", "FILE",    ".cube, .spi1d, .csp, .clf or .zlut (packed device table)",     Option::Required},
+    {"LOOK",        "",              "effects or presets; several make a chain",        Option::Many},
+    {"-o,--output", "FILE",          ".cube, .spi1d, .csp, .clf or .zlut (packed)",              Option::Required},
+    {"--exact",     nullptr,         "whole codes as rendered, not the float curve"},
+    {"--dialect",   "adobe|resolve", "of .cube; resolve states the input range"},
+    {"--size3d",    "N",             "a less exact 3D .cube of 2 to 64 points along an edge"},
     kEffectOption,
     kPresetOption,
     kSetOption,
     kToLinearOption,
     kToLogOption,
     kSavePresetOption,
-    {"--exact",     nullptr,   "the whole codes that the module renders, not the float curve"},
-    {"--dialect",   "WHICH",   "of .cube: adobe (default), or resolve, with its input range"},
-    {"--size3d",    "N",       "a 3D .cube of N points along an edge, 2 to 64, which is less exact"},
 };
 // clang-format on
 
@@ -45,9 +44,8 @@ int Run(const Arguments& arguments) {
         .curve = CurveOf(chain, arguments.Has("exact")),
         .title = NamesOf(chain),
         .setting = SettingsOf(chain),
-        .dialect = Choice(arguments, "dialect", {"adobe", "resolve"}) == 0
-                       ? LutFile::Dialect::Adobe
-                       : LutFile::Dialect::Resolve,
+        .dialect = arguments.Is("dialect", "resolve") ? LutFile::Dialect::Resolve
+                                                      : LutFile::Dialect::Adobe,
         .size3d = NumberOption(arguments, "size3d", 0, 2, 64),
     };
     WriteLutFile(lut, file);
@@ -69,14 +67,13 @@ int Run(const Arguments& arguments) {
 }  // namespace
 
 Verb ExportVerb() {
-    return {
-        "export", "Write a look as a table for other programs", kOptions,
-        "Examples:\n"
-        "  zelfx export color_balance -s highlights.red=12.5 -o look.cube\n"
-        "  zelfx export first.json second.json -o both.clf\n"
-        "Tables of one dimension hold the look as it is. 3D ones, for programs that take nothing\n"
-        "else, are points of it; 34 is a good N, since its points fall on codes.",
-        Run};
+    return {"export", "Write a look as a table for other programs", kOptions,
+            "Examples:\n"
+            "  zelfx export color_balance -s highlights.red=12.5 -o look.cube\n"
+            "  zelfx export first.json second.json -o both.clf\n"
+            "Tables of one dimension hold the look as it is; 3D ones, for programs that take\n"
+            "nothing else, are points of it. 34 is a good N: its points fall on codes.",
+            Run};
 }
 
 }  // namespace zel

@@ -1,5 +1,8 @@
 /// zelfx info: what the processor offers, and which routines run on it.
 
+#include "cli/EffectFinder.h"
+#include "cli/Json.h"
+#include "cli/Words.h"
 #include "cli/verbs/Verbs.h"
 #include "ip/IpTables.h"
 #include "ip/detail/CopyVariants.h"
@@ -15,6 +18,10 @@ namespace zel {
 
 namespace {
 
+constexpr Option kOptions[] = {
+    {"--json", nullptr, "print as JSON"},
+};
+
 template <class Variant>
 void PrintFamily(const char* name, std::span<const Variant> variants) {
     std::string others;
@@ -26,24 +33,47 @@ void PrintFamily(const char* name, std::span<const Variant> variants) {
     std::printf("  %-18s %-9s also: %s\n", name, chosen.name, others.c_str());
 }
 
-int Run(const Arguments&) {
-    IpInitialize();
+/// Calls print(name, variants) for every family of routines.
+template <class Print>
+void ForEachFamily(Print print) {
+    for (const auto* family : ip::LutFamilies()) print(family->name, family->variants);
+    for (const auto* family : ip::CopyFamilies()) print(family->name, family->variants);
+    print("fill", ip::FillVariants());
+}
+
+void PrintJson() {
+    nlohmann::ordered_json json{{"version", ZELFX_VERSION},
+                                {"levels", CpuWords()},
+                                {"in_use", ip::NameOf(ip::ActiveCpu())}};
+    for (const auto& folder : ModuleFolders()) json["module_folders"].push_back(folder.string());
+    ForEachFamily(
+        [&](const char* name, auto variants) { json["routines"][name] = ip::Pick(variants).name; });
+    std::cout << JsonText(json);
+}
+
+void PrintText() {
+    std::printf("zelfx %s\n", ZELFX_VERSION);
+    std::printf("modules are looked for in:\n");
+    for (const auto& folder : ModuleFolders()) std::printf("  %s\n", folder.string().c_str());
     std::string levels;
-    for (const ip::CpuLevel& l : ip::CpuLevels())
-        if (l.level <= ip::SupportedCpu()) levels += std::string(" ") + l.name;
+    for (const std::string& level : CpuWords()) levels += ' ' + level;
     std::printf("processor levels:%s\n", levels.c_str());
     std::printf("in use: %s (ZELFX_CPU forces a lower one)\n", ip::NameOf(ip::ActiveCpu()));
     std::printf("routines:\n");
-    for (const auto* family : ip::LutFamilies()) PrintFamily(family->name, family->variants);
-    for (const auto* family : ip::CopyFamilies()) PrintFamily(family->name, family->variants);
-    PrintFamily("fill", ip::FillVariants());
+    ForEachFamily([](const char* name, auto variants) { PrintFamily(name, variants); });
+}
+
+int Run(const Arguments& arguments) {
+    IpInitialize();
+    arguments.Has("json") ? PrintJson() : PrintText();
     return 0;
 }
 
 }  // namespace
 
 Verb InfoVerb() {
-    return {"info", "Show what this processor offers and which routines run on it", {}, "", Run};
+    return {"info", "Show where modules are looked for and which routines run here", kOptions, "",
+            Run};
 }
 
 }  // namespace zel

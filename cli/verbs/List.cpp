@@ -16,6 +16,7 @@ namespace {
 
 constexpr Option kOptions[] = {
     {"--json", nullptr, "print as JSON"},
+    {"--names", nullptr, "print what to call them, one a line"},
 };
 
 struct Found {
@@ -46,6 +47,8 @@ int Run(const Arguments& arguments) {
                             {"file", e.file},
                             {"parameters", e.parameters}});
         std::cout << JsonText(list);
+    } else if (arguments.Has("names")) {
+        for (const Found& e : effects) std::cout << ShortName(e.module) << '\n';
     } else {
         for (const Found& e : effects)
             std::printf("%-28s %-32s %3zu parameters\n", e.name.c_str(), e.module.c_str(),

@@ -1,5 +1,6 @@
 /// zelfx pattern: the image library's test patterns.
 
+#include "cli/Words.h"
 #include "cli/picture/Picture.h"
 #include "cli/raw/RawLayouts.h"
 #include "cli/raw/Streams.h"
@@ -18,9 +19,9 @@ namespace {
 // clang-format off
 constexpr Option kOptions[] = {
     {"OUT",         "",       "raw file (-: standard output) or picture (.png .tif .exr .dpx .jpg)", Option::Required},
-    {"--size",      "WxH",    "pixels of the frame", Option::Required},
-    {"--layout",    "LAYOUT", "BGRA8 (default), or for raw files RGB10, DpxLE, DpxBE, YUYV8, UYVY8"},
-    {"--row-bytes", "N",      "bytes from row to row of a raw file (default: no padding)"},
+    {"--size",      "WxH",    "pixels of the frame",                            Option::Required},
+    {"--layout",    "LAYOUT", "BGRA8 (default), or for raw files RGB10, DpxLE, DpxBE, YUYV8, UYVY8", Option::Optional, LayoutWords},
+    {"--row-bytes", "N",      "of a raw file, from row to row (default: no padding)"},
 };
 // clang-format on
 

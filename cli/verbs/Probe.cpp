@@ -21,13 +21,13 @@ namespace {
 // clang-format off
 constexpr Option kOptions[] = {
     {"IN",       "",      "picture to read",                                           Option::Required},
-    {"POSITION", "",      "x,y: pixels from the left and from the top, 0,0 the first", Option::Required},
+    {"POSITION", "",      "X,Y from the top left corner, which is 0,0", Option::Required},
     kEffectOption,
     kPresetOption,
     kSetOption,
     kToLinearOption,
     kToLogOption,
-    {"--host",   "HOST",  "editor to play: premiere (default) or ae"},
+    kHostOption,
     {"--json",   nullptr, "print as JSON"},
 };
 // clang-format on

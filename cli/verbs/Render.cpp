@@ -1,13 +1,12 @@
 /// zelfx render: a picture through an effect.
 
 #include "cli/Chain.h"
-#include "cli/Choice.h"
 #include "cli/RenderPicture.h"
 #include "cli/Settings.h"
+#include "cli/Words.h"
 #include "cli/verbs/Verbs.h"
 #include "headless/Error.h"
 #include "headless/Text.h"
-#include "ip/detail/Cpu.h"
 
 #include <cstdlib>
 #include <iostream>
@@ -18,50 +17,38 @@ namespace {
 
 // clang-format off
 constexpr Option kOptions[] = {
-    {"IN",            "",           "picture to read",                                        Option::Required},
-    {"OUT",           "",           "picture to write: .png .tif .exr .dpx .jpg",             Option::Required},
+    {"IN",          "",           "picture to read",                               Option::Required},
+    {"OUT",         "",           "picture to write: .png .tif .exr .dpx .jpg",    Option::Required},
+    Heading("Look"),
     kEffectOption,
     kPresetOption,
     kSetOption,
     kToLinearOption,
     kToLogOption,
     kSavePresetOption,
-    {"--host",        "HOST",       "editor to play: premiere (default) or ae"},
-    {"--format",      "FORMAT",     "pixel format handed to the effect (default: by the depth of IN)"},
-    {"--depth",       "DEPTH",      "of OUT: 8, 10, 12, 16, half, float (default: as IN)"},
-    {"--alpha",       "WHICH",      "keep the source's (default), or take the module's"},
-    {"--range16",     "SCALE",      "16-bit white: full (65535, default) or ae (32768)"},
-    {"--endian",      "ORDER",      "of a DPX file: big or little (default: as IN, else big)"},
-    {"--transfer",    "TAG",        "of a DPX file: log, linear, rec709, ... (default: as IN)"},
-    {"--cpu",         "LEVEL",      "instruction sets to use at most: see 'zelfx info' (default: all)"},
-    {"-q,--quiet",    nullptr,      "print nothing but errors"},
+    kHostOption,
+    Heading("Picture"),
+    {"--format",    "FORMAT",      "pixels for the effect (default: by IN's depth)", Option::Optional, FormatWords},
+    {"--depth",     "DEPTH",       "of OUT: 8, 10, 12, 16, half, float (as IN)",     Option::Optional, DepthWords},
+    {"--alpha",     "keep|module", "the source's (default) or the module's"},
+    {"--range16",   "full|ae",     "16-bit white: 65535 (default) or 32768"},
+    {"--endian",    "little|big",  "of a DPX file (default: as IN, else big)"},
+    {"--transfer",  "TAG",         "of a DPX file: log, linear, ... (as IN)",        Option::Optional, TransferWords},
+    Heading("Running"),
+    {"--cpu",       "LEVEL",       "highest instruction set: see 'zelfx info'",      Option::Optional, CpuWords},
+    {"-q,--quiet",  nullptr,       "print nothing but errors"},
 };
 // clang-format on
 
-const FormatFacts* FormatOption(const Arguments& arguments) {
-    const auto given = arguments.Last("format");
-    if (!given) return nullptr;
-    if (const FormatFacts* format = FormatNamed(*given)) return format;
-    std::vector<std::string> names;
-    for (const FormatFacts& f : KnownFormats()) names.emplace_back(f.name);
-    RejectOption("format", *given, Alternatives(names));
-}
-
 RenderOptions OptionsFrom(const Arguments& arguments) {
     RenderOptions options;
-    options.format = FormatOption(arguments);
-    options.moduleAlpha = Choice(arguments, "alpha", {"keep", "module"}) == 1;
-    options.editorRange = Choice(arguments, "range16", {"full", "ae"}) == 1;
-    if (const auto depth = arguments.Last("depth")) {
-        options.depth = DepthNamed(*depth);
-        if (!options.depth) RejectOption("depth", *depth, "8, 10, 12, 16, half or float");
-    }
-    if (arguments.Has("endian"))
-        options.bigEndian = Choice(arguments, "endian", {"little", "big"}) == 1;
-    if (const auto transfer = arguments.Last("transfer")) {
+    if (const auto format = arguments.Last("format")) options.format = FormatNamed(*format);
+    options.moduleAlpha = arguments.Is("alpha", "module");
+    options.editorRange = arguments.Is("range16", "ae");
+    if (const auto depth = arguments.Last("depth")) options.depth = DepthNamed(*depth);
+    if (arguments.Has("endian")) options.bigEndian = arguments.Is("endian", "big");
+    if (const auto transfer = arguments.Last("transfer"))
         options.transfer = DpxTransferNamed(*transfer);
-        if (!options.transfer) RejectOption("transfer", *transfer, DpxTransferNames());
-    }
     return options;
 }
 
@@ -78,13 +65,6 @@ void RequireDpx(const Arguments& arguments, const std::string& out) {
 void ForceCpu(const Arguments& arguments) {
     const auto given = arguments.Last("cpu");
     if (!given) return;
-    const auto level = ip::CpuNamed(*given);
-    if (!level || *level > ip::SupportedCpu()) {
-        std::vector<std::string> names;
-        for (const ip::CpuLevel& l : ip::CpuLevels())
-            if (l.level <= ip::SupportedCpu()) names.emplace_back(l.name);
-        RejectOption("cpu", *given, Alternatives(names));
-    }
 #if defined(_WIN32)
     _putenv_s("ZELFX_CPU", given->c_str());
 #else
@@ -128,12 +108,11 @@ int Run(const Arguments& arguments) {
 }  // namespace
 
 Verb RenderVerb() {
-    return {
-        "render", "Take a picture through an effect, or a chain of them", kOptions,
-        "Example:\n"
-        "  zelfx render in.dpx out.dpx -e color_balance -s Highlights/Red=12.5 -s shadows.rgb=-5\n"
-        "Exit status: 0 done, 1 failed, 2 wrong usage, 3 unreadable input, 4 effect failed",
-        Run};
+    return {"render", "Take a picture through an effect, or a chain of them", kOptions,
+            "Example:\n"
+            "  zelfx render in.dpx out.dpx -e color_balance -s highlights.red=12.5\n"
+            "Exit status: 0 done, 1 failed, 2 wrong usage, 3 bad input, 4 effect failed",
+            Run};
 }
 
 }  // namespace zel

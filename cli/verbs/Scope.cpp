@@ -33,13 +33,12 @@ int Run(const Arguments& arguments) {
 }  // namespace
 
 Verb ScopeVerb() {
-    return {
-        "scope", "Draw a picture's histogram and RGB parade", kOptions,
-        "Example:\n"
-        "  zelfx scope in.png -o scope.png\n"
-        "The parade has a panel for red, green and blue: codes upwards, columns of the picture\n"
-        "across, brighter where more pixels lie.",
-        Run};
+    return {"scope", "Draw a picture's histogram and RGB parade", kOptions,
+            "Example:\n"
+            "  zelfx scope in.png -o scope.png\n"
+            "The parade has a panel for red, green and blue: codes upwards, columns of the\n"
+            "picture across, brighter where more pixels lie.",
+            Run};
 }
 
 }  // namespace zel

@@ -18,5 +18,10 @@ Verb ConvertVerb();
 Verb PatternVerb();
 Verb PlaceVerb();
 Verb InfoVerb();
+Verb CompletionVerb();
+Verb ManVerb();
+
+/// All of them, in the order in which help lists them.
+std::span<const Verb> AllVerbs();
 
 }  // namespace zel
