@@ -87,38 +87,54 @@ Frame& RenderChain(const Chain& chain, Frame& source, Frame& other, bool moduleA
     return *from;
 }
 
-RenderReport RenderPicture(const Chain& chain, const std::filesystem::path& in,
-                           const std::filesystem::path& out, const RenderOptions& options) {
-    PictureReader reader(in);
-    const PictureHeader& header = reader.Header();
+std::unique_ptr<Frame> ReadForChain(const Chain& chain, PictureSource& picture,
+                                    const RenderOptions& options, RenderReport& report) {
+    const PictureHeader& header = picture.Header();
     const FormatFacts& format = FormatFor(chain, header.depth, options.format);
-    const bool editorRange = options.editorRange && format.sample == SampleType::U16;
-
-    RenderReport report{};
     report.format = &format;
     report.width = header.width;
     report.height = header.height;
-    report.depth = DepthFor(out, options.depth.value_or(header.depth));
     report.floatNarrowed = SampleFor(header.depth) == SampleType::Float && !options.format &&
                            format.sample != SampleType::Float;
 
-    Frame source(format.code, header.width, header.height);
-    reader.Read(source);
+    auto frame = std::make_unique<Frame>(format.code, header.width, header.height);
+    picture.Read(*frame);
     if (format.sample == SampleType::Float) {
-        report.clipped = CountOutsideUnit(source);
+        report.clipped = CountOutsideUnit(*frame);
         report.samples = std::uint64_t{3} * static_cast<std::uint64_t>(header.width) *
                          static_cast<std::uint64_t>(header.height);
     }
-    if (editorRange) ToEditorScale(source);
+    return frame;
+}
 
-    Frame other(format.code, header.width, header.height);
-    Frame& result = RenderChain(chain, source, other, options.moduleAlpha, report.effect);
-    if (editorRange) FromEditorScale(result);
+void RenderFrame(const Chain& chain, std::unique_ptr<Frame>& frame, const RenderOptions& options,
+                 RenderReport& report) {
+    const bool editorRange = options.editorRange && frame->Format().sample == SampleType::U16;
+    if (editorRange) ToEditorScale(*frame);
+    auto other = std::make_unique<Frame>(frame->Format().code, frame->Width(), frame->Height());
+    Frame& result = RenderChain(chain, *frame, *other, options.moduleAlpha, report.effect);
+    if (&result == other.get()) frame = std::move(other);
+    if (editorRange) FromEditorScale(*frame);
+}
 
-    const bool wantsAlpha = header.hasAlpha || options.moduleAlpha;
+void WriteRendered(const std::filesystem::path& out, const Frame& frame,
+                   const PictureHeader& source, const RenderOptions& options,
+                   RenderReport& report) {
+    const bool wantsAlpha = source.hasAlpha || options.moduleAlpha;
+    report.depth = DepthFor(out, options.depth.value_or(source.depth));
     report.alphaDropped = wantsAlpha && !HoldsAlpha(out);
-    WritePicture(out, result, header,
-                 {.depth = report.depth, .alpha = wantsAlpha, .dpx = TagsFor(header, options)});
+    WritePicture(out, frame, source,
+                 {.depth = report.depth, .alpha = wantsAlpha, .dpx = TagsFor(source, options)});
+}
+
+RenderReport RenderPicture(const Chain& chain, const std::filesystem::path& in,
+                           const std::filesystem::path& out, const RenderOptions& options) {
+    PictureReader reader(in);
+    DepthFor(out, reader.Header().depth);  // a suffix that cannot be written is told first
+    RenderReport report{};
+    auto frame = ReadForChain(chain, reader, options, report);
+    RenderFrame(chain, frame, options, report);
+    WriteRendered(out, *frame, reader.Header(), options, report);
     return report;
 }
 

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -48,6 +49,18 @@ const FormatFacts& FormatFor(const Chain& chain, Depth depth, const FormatFacts*
 /// modules' is asked for. Throws Error(Module) when an effect refuses.
 Frame& RenderChain(const Chain& chain, Frame& source, Frame& other, bool moduleAlpha,
                    RenderResult& result);
+
+/// The three steps of a render, for whoever takes them on threads of its own; each notes
+/// in `report` what it knows. Throw Error.
+///   ReadForChain   a frame in the format of the chain, filled from `picture`
+///   RenderFrame    replaces the frame by the result; holds two frames meanwhile
+///   WriteRendered  writes a result as a file; throws without leaving one
+std::unique_ptr<Frame> ReadForChain(const Chain& chain, PictureSource& picture,
+                                    const RenderOptions& options, RenderReport& report);
+void RenderFrame(const Chain& chain, std::unique_ptr<Frame>& frame, const RenderOptions& options,
+                 RenderReport& report);
+void WriteRendered(const std::filesystem::path& out, const Frame& frame,
+                   const PictureHeader& source, const RenderOptions& options, RenderReport& report);
 
 /// Holds two frames at a time, however long the chain is. Throws Error; then no output
 /// file is left.

@@ -1,6 +1,7 @@
 /// zelfx: the effects on the command line.
 
 #include "cli/Options.h"
+#include "cli/frames/Interrupt.h"
 #include "cli/verbs/Verbs.h"
 #include "headless/Error.h"
 
@@ -28,6 +29,9 @@ int main(int argc, char** argv) {
     } catch (const zel::Error& e) {
         std::cerr << "zelfx: " << e.what() << '\n';
         return static_cast<int>(e.Kind());
+    } catch (const zel::Interrupted& e) {
+        std::cerr << "zelfx: " << e.what() << std::endl;
+        e.EndProgram();
     } catch (const std::bad_alloc&) {
         std::cerr << "zelfx: out of memory\n";
     } catch (const std::exception& e) {

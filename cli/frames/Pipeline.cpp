@@ -1,5 +1,6 @@
 #include "cli/frames/Pipeline.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <exception>
 #include <limits>
@@ -40,14 +41,19 @@ private:
             std::int64_t place = 0;
             std::optional<Shot> shot = Take(place);
             if (!shot) return;
+            const auto begin = std::chrono::steady_clock::now();
+            std::exception_ptr failure;
             try {
                 m_load(*shot);
                 Render(*shot);
                 m_sink.Encode(*shot);
             } catch (...) {
-                Fail(place);
+                failure = Fail(place);
             }
-            InOrder(place, *shot);
+            const std::chrono::duration<double, std::milli> taken =
+                std::chrono::steady_clock::now() - begin;
+            shot->milliseconds = taken.count();
+            InOrder(place, *shot, failure);
         }
     }
 
@@ -78,7 +84,7 @@ private:
     }
 
     /// Waits for the frames before; what comes behind a failed one is not delivered.
-    void InOrder(std::int64_t place, Shot& shot) {
+    void InOrder(std::int64_t place, Shot& shot, std::exception_ptr failure) {
         std::unique_lock lock(m_order);
         m_turn.wait(lock, [&] { return m_next == place; });
         const bool deliver = place < m_failed;
@@ -88,20 +94,29 @@ private:
                 m_sink.Deliver(shot);
                 ++m_delivered;
             } catch (...) {
-                Fail(place);
+                failure = Fail(place);
             }
+        }
+        try {
+            if (m_options.ended) m_options.ended(shot, failure);
+        } catch (...) {
+            Fail(place);
         }
         lock.lock();
         ++m_next;
         m_turn.notify_all();
     }
 
-    void Fail(std::int64_t place) {
+    /// Keeps the exception in flight, if it is the earliest; returns it.
+    std::exception_ptr Fail(std::int64_t place) {
         m_ended = true;
+        const std::exception_ptr failure = std::current_exception();
         const std::lock_guard lock(m_order);
-        if (place >= m_failed) return;
-        m_failed = place;
-        m_failure = std::current_exception();
+        if (place < m_failed) {
+            m_failed = place;
+            m_failure = failure;
+        }
+        return failure;
     }
 
     FrameSource& m_source;

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <exception>
 #include <functional>
 
 namespace zel {
@@ -13,6 +14,10 @@ namespace zel {
 struct PipelineOptions {
     int jobs = 1;                             // renders at a time; at most jobs + 2 frames are held
     const std::atomic<bool>* stop = nullptr;  // once true, no further frame is taken
+
+    // Every frame that was taken, when it is done with: what it failed with, null when
+    // nothing did. In order, one thread at a time; may be empty.
+    std::function<void(const Shot&, const std::exception_ptr&)> ended = nullptr;
 };
 
 /// Runs until the source ends, `stop` is set or a frame fails; frames that were taken

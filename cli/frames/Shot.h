@@ -12,13 +12,25 @@
 
 namespace zel {
 
+/// What becomes of a frame. Those kept or missing pass through without a picture.
+enum class Fate {
+    Rendered,
+    Nearest,  // rendered from another frame, the nearest to one that is not there
+    Kept,     // its output was there from an earlier run
+    Missing,  // there is nothing to read
+};
+
 /// One frame on its way from source to sink.
 struct Shot {
     std::int64_t number = 0;                 // in its sequence, or counted from 0 in a video
     std::filesystem::path in, out;           // files; empty where there are none
+    Fate fate = Fate::Rendered;              // settled by Next or Load
     std::unique_ptr<PictureSource> picture;  // null until Load, where opening takes time
     std::unique_ptr<Frame> frame;            // pixels read, then rendered
     RenderReport report{};
+    double milliseconds = 0;  // reading, rendering and encoding
+
+    bool IsRendered() const { return fate == Fate::Rendered || fate == Fate::Nearest; }
 };
 
 class FrameSource {

@@ -1,5 +1,7 @@
 #include "cli/picture/QuietLibraries.h"
 
+#include <cstdio>
+#include <cstdlib>
 #include <mutex>
 
 #if !defined(_WIN32)
@@ -14,6 +16,9 @@ namespace zel {
 QuietLibraries::QuietLibraries() {}
 QuietLibraries::~QuietLibraries() {}
 
+void WriteToStderr(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); }
+bool StderrIsTerminal() { return false; }
+
 #else
 
 namespace {
@@ -21,6 +26,8 @@ namespace {
 std::mutex mutex;
 int holders = 0;
 int savedStderr = -1;
+
+int RealStderr() { return savedStderr >= 0 ? savedStderr : STDERR_FILENO; }
 
 }  // namespace
 
@@ -40,6 +47,21 @@ QuietLibraries::~QuietLibraries() {
     dup2(savedStderr, STDERR_FILENO);
     close(savedStderr);
     savedStderr = -1;
+}
+
+void WriteToStderr(std::string_view text) {
+    const std::lock_guard lock(mutex);
+    while (!text.empty()) {
+        const ssize_t written = write(RealStderr(), text.data(), text.size());
+        if (written <= 0) return;  // nowhere left to say so
+        text.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
+bool StderrIsTerminal() {
+    const std::lock_guard lock(mutex);
+    const char* kind = std::getenv("TERM");
+    return isatty(RealStderr()) && kind && std::string_view(kind) != "dumb";
 }
 
 #endif
