@@ -25,6 +25,7 @@ Kind KindOf(const Option& option) {
         {"OUT",        Kind::Files},
         {"A",          Kind::Files},
         {"B",          Kind::Files},
+        {"MANIFEST",   Kind::Files},
     };
     // clang-format on
     if (!option.Words().empty()) return Kind::Words;

@@ -101,6 +101,12 @@ A picture, preset or other input that cannot be read.
 .TP
 .B 4
 No such effect, or the effect failed.
+.TP
+.B 5
+Frames of a sequence were missing.
+.PP
+A render that is ended by a signal finishes the frames under way, leaves nothing half
+written, and then ends by that signal.
 .SH ENVIRONMENT
 .TP
 .B ZELFX_PATH

@@ -117,25 +117,22 @@ void RenderFrame(const Chain& chain, std::unique_ptr<Frame>& frame, const Render
     if (editorRange) FromEditorScale(*frame);
 }
 
+PictureShape ExpectedPicture(const std::filesystem::path& out, const PictureHeader& source,
+                             const RenderOptions& options) {
+    const bool wantsAlpha = source.hasAlpha || options.moduleAlpha;
+    return {source.width, source.height, DepthFor(out, options.depth.value_or(source.depth)),
+            wantsAlpha && HoldsAlpha(out)};
+}
+
 void WriteRendered(const std::filesystem::path& out, const Frame& frame,
                    const PictureHeader& source, const RenderOptions& options,
                    RenderReport& report) {
     const bool wantsAlpha = source.hasAlpha || options.moduleAlpha;
-    report.depth = DepthFor(out, options.depth.value_or(source.depth));
-    report.alphaDropped = wantsAlpha && !HoldsAlpha(out);
+    const PictureShape shape = ExpectedPicture(out, source, options);
+    report.depth = shape.depth;
+    report.alphaDropped = wantsAlpha && !shape.alpha;
     WritePicture(out, frame, source,
-                 {.depth = report.depth, .alpha = wantsAlpha, .dpx = TagsFor(source, options)});
-}
-
-RenderReport RenderPicture(const Chain& chain, const std::filesystem::path& in,
-                           const std::filesystem::path& out, const RenderOptions& options) {
-    PictureReader reader(in);
-    DepthFor(out, reader.Header().depth);  // a suffix that cannot be written is told first
-    RenderReport report{};
-    auto frame = ReadForChain(chain, reader, options, report);
-    RenderFrame(chain, frame, options, report);
-    WriteRendered(out, *frame, reader.Header(), options, report);
-    return report;
+                 {.depth = shape.depth, .alpha = shape.alpha, .dpx = TagsFor(source, options)});
 }
 
 }  // namespace zel

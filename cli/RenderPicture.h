@@ -1,6 +1,6 @@
 #pragma once
 
-/// One picture file through a chain of effects into another picture file.
+/// A picture through a chain of effects: what becomes of its pixels and of its file.
 
 #include "cli/Chain.h"
 #include "cli/picture/Picture.h"
@@ -62,9 +62,8 @@ void RenderFrame(const Chain& chain, std::unique_ptr<Frame>& frame, const Render
 void WriteRendered(const std::filesystem::path& out, const Frame& frame,
                    const PictureHeader& source, const RenderOptions& options, RenderReport& report);
 
-/// Holds two frames at a time, however long the chain is. Throws Error; then no output
-/// file is left.
-RenderReport RenderPicture(const Chain& chain, const std::filesystem::path& in,
-                           const std::filesystem::path& out, const RenderOptions& options);
+/// The shape that a picture file gets from a source.
+PictureShape ExpectedPicture(const std::filesystem::path& out, const PictureHeader& source,
+                             const RenderOptions& options);
 
 }  // namespace zel

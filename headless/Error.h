@@ -9,10 +9,11 @@
 namespace zel {
 
 enum class ErrorKind : int {
-    Other = 1,   // output, memory, the machine
-    Usage = 2,   // the command line
-    Input = 3,   // a picture or preset that cannot be read
-    Module = 4,  // no effect there, or the effect failed
+    Other = 1,    // output, memory, the machine
+    Usage = 2,    // the command line
+    Input = 3,    // a picture or preset that cannot be read
+    Module = 4,   // no effect there, or the effect failed
+    Missing = 5,  // a frame that is wanted is not there
 };
 
 class Error : public std::runtime_error {

@@ -7,7 +7,7 @@
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config libopenimageio-dev libcli11-dev nlohmann-json3-dev
-       libcairo2-dev fonts-dejavu-core)
+       libcairo2-dev libssl-dev fonts-dejavu-core)
 test=(clang libclang-rt-14-dev clang-format g++-12-multilib binutils
       libgtest-dev libbenchmark-dev
       openimageio-tools imagemagick ffmpeg valgrind

@@ -70,7 +70,7 @@ public:
         const std::int64_t delivered = RunPipeline(
             m_source, m_sink, pipeline, [this](Shot& s) { Load(s); },
             [this](Shot& s) { Render(s); });
-        if (InterruptGuard::Asked()) {
+        if (InterruptGuard::Asked() && delivered != m_options.total) {
             const bool known = m_options.total > 0;
             throw Interrupted(InterruptGuard::Signal(),
                               "interrupted after " + std::to_string(delivered) +

@@ -4,6 +4,7 @@
 /// Files of a sequence and videos are both behind these interfaces.
 
 #include "cli/RenderPicture.h"
+#include "cli/frames/Manifest.h"
 #include "cli/picture/Picture.h"
 
 #include <cstdint>
@@ -28,7 +29,8 @@ struct Shot {
     std::unique_ptr<PictureSource> picture;  // null until Load, where opening takes time
     std::unique_ptr<Frame> frame;            // pixels read, then rendered
     RenderReport report{};
-    double milliseconds = 0;  // reading, rendering and encoding
+    double milliseconds = 0;             // reading, rendering and encoding
+    std::optional<ManifestEntry> entry;  // of its output, where a manifest is written
 
     bool IsRendered() const { return fate == Fate::Rendered || fate == Fate::Nearest; }
 };

@@ -56,11 +56,33 @@ public:
     const PictureHeader& Header() const override { return m_header; }
     void Read(Frame& to) override;
 
+    /// False when the file ends before its picture, as far as its last bytes tell.
+    bool GoesToItsEnd();
+
 private:
     struct Impl;
     PictureHeader m_header;
     std::unique_ptr<Impl> m_impl;
 };
+
+/// True when the suffix is one of pictures that can be read.
+bool IsPictureName(const std::filesystem::path& file);
+
+/// What tells a picture from another without its pixels.
+struct PictureShape {
+    int width, height;
+    Depth depth;
+    bool alpha;
+    bool operator==(const PictureShape&) const = default;
+};
+
+/// True when `file` is there as a picture of that shape and goes on to its end. Reads the
+/// header and the end alone, so it does not see damage in between.
+bool IsWholePicture(const std::filesystem::path& file, const PictureShape& shape);
+
+/// Threads that the library may use for one picture; 0 for as many as there are
+/// processors. One is right where several pictures are under way.
+void SetThreadsPerPicture(int threads);
 
 struct WriteOptions {
     std::optional<Depth> depth;  // default: the source's, or the nearest the file can hold

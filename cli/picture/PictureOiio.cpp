@@ -15,6 +15,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <fstream>
 #include <system_error>
 #include <vector>
 
@@ -206,6 +207,78 @@ void PictureReader::Read(Frame& to) {
     }
     Rearrange(to, position);
     if (m_header.associated) Unassociate(to);
+}
+
+// --- asking ---------------------------------------------------------------------
+
+bool IsPictureName(const fs::path& file) {
+    // "openexr:exr,sxr,mxr;tiff:tif,tiff,..."
+    static const std::string all = [] {
+        std::string list = OIIO::get_string_attribute("extension_list");
+        std::ranges::replace_if(
+            list, [](char c) { return c == ':' || c == ';'; }, ',');
+        return "," + list + ",";
+    }();
+    const std::string suffix = Lower(file.extension().string());
+    return suffix.size() > 1 && all.find("," + suffix.substr(1) + ",") != std::string::npos;
+}
+
+namespace {
+
+/// True when the last bytes of the file, as many as `end` has, are these.
+bool EndsWith(const fs::path& file, std::string_view end) {
+    std::ifstream in(file, std::ios::binary);
+    in.seekg(-static_cast<std::streamoff>(end.size()), std::ios::end);
+    std::string bytes(end.size(), '\0');
+    return in.read(bytes.data(), static_cast<std::streamsize>(bytes.size())) && bytes == end;
+}
+
+/// Reads the last row or tile: files of these types have an index of their parts.
+bool LastPartReads(OIIO::ImageInput& file) {
+    const OIIO::ImageSpec spec = file.spec();
+    const int bottom = spec.y + spec.height - 1;
+    const bool tiled = spec.tile_width > 0;
+    std::vector<std::byte> part(tiled ? spec.tile_bytes(true) : spec.scanline_bytes(true));
+    const auto start = [](int last, int origin, int tile) {
+        return origin + (last - origin) / tile * tile;
+    };
+    const bool read =
+        tiled ? file.read_native_tile(0, 0, start(spec.x + spec.width - 1, spec.x, spec.tile_width),
+                                      start(bottom, spec.y, spec.tile_height), spec.z, part.data())
+              : file.read_native_scanline(0, 0, bottom, spec.z, part.data());
+    return read && !file.has_error();
+}
+
+}  // namespace
+
+bool PictureReader::GoesToItsEnd() {
+    const std::string suffix = Lower(m_header.file.extension().string());
+    constexpr std::string_view pngEnd("\0\0\0\0IEND\xAE\x42\x60\x82", 12);
+    if (suffix == ".png") return EndsWith(m_header.file, pngEnd);
+    if (suffix == ".jpg" || suffix == ".jpeg") return EndsWith(m_header.file, "\xFF\xD9");
+    if (m_header.dpx) return true;  // or it would not have been opened
+    const QuietLibraries quiet;
+    const bool whole = LastPartReads(*m_impl->file);
+    m_impl->file->geterror();  // it complains of errors that nobody took
+    return whole;
+}
+
+bool IsWholePicture(const fs::path& file, const PictureShape& shape) {
+    std::error_code ignored;
+    if (!fs::is_regular_file(file, ignored)) return false;
+    try {
+        PictureReader reader(file);
+        const PictureHeader& is = reader.Header();
+        return shape == PictureShape{is.width, is.height, is.depth, is.hasAlpha} &&
+               reader.GoesToItsEnd();
+    } catch (const Error&) {
+        return false;
+    }
+}
+
+void SetThreadsPerPicture(int threads) {
+    OIIO::attribute("threads", threads);
+    OIIO::attribute("exr_threads", threads == 1 ? -1 : threads);
 }
 
 // --- writing --------------------------------------------------------------------

@@ -1,13 +1,17 @@
-/// zelfx render: a picture through an effect.
+/// zelfx render: pictures through an effect.
 
 #include "cli/Chain.h"
 #include "cli/RenderPicture.h"
 #include "cli/Settings.h"
 #include "cli/Words.h"
+#include "cli/frames/RenderFrames.h"
+#include "cli/frames/SequenceFiles.h"
+#include "cli/picture/TemporaryFile.h"
 #include "cli/verbs/Verbs.h"
 #include "headless/Error.h"
 #include "headless/Text.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 
@@ -15,10 +19,12 @@ namespace zel {
 
 namespace {
 
+std::vector<std::string> MissingWords() { return {"error", "skip", "nearest"}; }
+
 // clang-format off
 constexpr Option kOptions[] = {
-    {"IN",          "",           "picture to read",                               Option::Required},
-    {"OUT",         "",           "picture to write: .png .tif .exr .dpx .jpg",    Option::Required},
+    {"IN",              "",            "picture; or shot.####.dpx, shot.%04d.dpx, a folder", Option::Required},
+    {"OUT",             "",            ".png .tif .exr .dpx .jpg; or out.####.dpx",          Option::Required},
     Heading("Look"),
     kEffectOption,
     kPresetOption,
@@ -28,15 +34,23 @@ constexpr Option kOptions[] = {
     kSavePresetOption,
     kHostOption,
     Heading("Picture"),
-    {"--format",    "FORMAT",      "pixels for the effect (default: by IN's depth)", Option::Optional, FormatWords},
-    {"--depth",     "DEPTH",       "of OUT: 8, 10, 12, 16, half, float (as IN)",     Option::Optional, DepthWords},
-    {"--alpha",     "keep|module", "the source's (default) or the module's"},
-    {"--range16",   "full|ae",     "16-bit white: 65535 (default) or 32768"},
-    {"--endian",    "little|big",  "of a DPX file (default: as IN, else big)"},
-    {"--transfer",  "TAG",         "of a DPX file: log, linear, ... (as IN)",        Option::Optional, TransferWords},
+    {"--format",        "FORMAT",      "pixels for the effect (default: by IN's depth)", Option::Optional, FormatWords},
+    {"--depth",         "DEPTH",       "of OUT: 8, 10, 12, 16, half, float (as IN)",     Option::Optional, DepthWords},
+    {"--alpha",         "keep|module", "the source's (default) or the module's"},
+    {"--range16",       "full|ae",     "16-bit white: 65535 (default) or 32768"},
+    {"--endian",        "little|big",  "of a DPX file (default: as IN, else big)"},
+    {"--transfer",      "TAG",         "of a DPX file: log, linear, ... (as IN)",        Option::Optional, TransferWords},
+    Heading("Sequence"),
+    {"--frames",        "FRAMES",      "1-100, 1-100x2, 1-20,40 (default: all)"},
+    {"--missing",       "HOW",         "frames not there: error (default), skip, nearest", Option::Optional, MissingWords},
+    {"--skip-existing", nullptr,       "keep outputs that are there and whole"},
+    {"--manifest",      "FILE",        "write SHA-256 sums, for 'zelfx verify'"},
     Heading("Running"),
-    {"--cpu",       "LEVEL",       "highest instruction set: see 'zelfx info'",      Option::Optional, CpuWords},
-    {"-q,--quiet",  nullptr,       "print nothing but errors"},
+    {"-j,--jobs",       "N",           "frames at a time (default: one per processor)"},
+    {"--log",           "FILE",        "append a line of JSON for every frame"},
+    {"--cpu",           "LEVEL",       "highest instruction set: see 'zelfx info'",      Option::Optional, CpuWords},
+    {"-v,--verbose",    nullptr,       "tell of every frame, and of the memory for them"},
+    {"-q,--quiet",      nullptr,       "print nothing but errors"},
 };
 // clang-format on
 
@@ -85,33 +99,99 @@ void PrintNotes(const RenderReport& report) {
     if (report.alphaDropped) note("pictures of this type hold no alpha: it was left out");
 }
 
-int Run(const Arguments& arguments) {
-    const RenderOptions options = OptionsFrom(arguments);
-    ForceCpu(arguments);
-    const std::string in = *arguments.Last("IN"), out = *arguments.Last("OUT");
-    RequireDpx(arguments, out);
-
-    const Chain chain = ChainFrom(arguments);
-    const RenderReport report = RenderPicture(chain, in, out, options);
-    SavePresetIfAsked(arguments, chain);
-    if (arguments.Has("quiet")) return 0;
-    PrintNotes(report);
-    std::cout << out << ": " << report.width << " x " << report.height << ", "
-              << NameOf(report.depth) << (report.depth >= Depth::Half ? "" : " bit") << ", through "
-              << NamesOf(chain) << " as " << report.format->name;
-    for (const ChainLink& link : chain)
-        if (const auto direction = DirectionOf(link.values)) std::cout << ", " << *direction;
+/// "picture.dpx", or "shot.####.dpx: 200 frames (150 kept)".
+void PrintResult(const FrameName& out, const FramesReport& frames, const Chain& chain) {
+    const auto count = [](std::int64_t n) {
+        return std::to_string(n) + (n == 1 ? " frame" : " frames");
+    };
+    const std::int64_t all = frames.rendered + frames.kept;
+    std::cout << out.Text() << ": ";
+    if (out.HasPlace()) {
+        std::cout << count(all);
+        if (frames.kept > 0) std::cout << " (" << frames.kept << " kept)";
+    } else if (frames.kept > 0) {
+        std::cout << "kept";
+    }
+    if (frames.rendered > 0) {
+        const RenderReport& report = frames.picture;
+        std::cout << (out.HasPlace() ? ", " : "") << report.width << " x " << report.height << ", "
+                  << NameOf(report.depth) << (report.depth >= Depth::Half ? "" : " bit")
+                  << ", through " << NamesOf(chain) << " as " << report.format->name;
+        for (const ChainLink& link : chain)
+            if (const auto direction = DirectionOf(link.values)) std::cout << ", " << *direction;
+    }
     std::cout << '\n';
-    return 0;
+}
+
+/// Frames that were not there make a status of their own, also where the work was done
+/// as well as it could be.
+int TellMissing(const std::vector<PlannedFrame>& plan) {
+    std::vector<std::int64_t> absent;
+    bool nearest = false;
+    for (const PlannedFrame& frame : plan) {
+        if (frame.fate == Fate::Rendered) continue;
+        absent.push_back(frame.number);
+        nearest |= frame.fate == Fate::Nearest;
+    }
+    if (absent.empty()) return 0;
+    std::cerr << "zelfx: " << (absent.size() == 1 ? "frame " : "frames ") << RangeText(absent)
+              << (absent.size() == 1 ? " was" : " were") << " missing and "
+              << (nearest ? "made from the nearest" : "left out") << '\n';
+    return static_cast<int>(ErrorKind::Missing);
+}
+
+int Run(const Arguments& arguments) {
+    FramesOptions options;
+    options.render = OptionsFrom(arguments);
+    options.quiet = arguments.Has("quiet");
+    options.verbose = arguments.Has("verbose");
+    options.log = arguments.Last("log").value_or("");
+    const auto jobs = arguments.Last("jobs");
+    options.jobs = jobs ? JobsFrom(*jobs) : JobsByDefault();
+    const auto wanted = arguments.Last("frames");
+    const FrameRange range = wanted ? FrameRange::Parse(*wanted) : FrameRange();
+    const Missing missing = arguments.Is("missing", "skip")      ? Missing::Skip
+                            : arguments.Is("missing", "nearest") ? Missing::Nearest
+                                                                 : Missing::Error;
+    ForceCpu(arguments);
+    const std::string to = *arguments.Last("OUT");
+    RequireDpx(arguments, to);
+    DepthFor(to, Depth::U8);  // a suffix that cannot be written is told first
+
+    const Sequence sequence = FindSequence(*arguments.Last("IN"), wanted.has_value());
+    const FrameName& in = sequence.name;
+    const FrameName out =
+        (in.HasPlace() ? FrameName::Parse(to) : std::nullopt).value_or(FrameName::Literal(to));
+    const std::vector<PlannedFrame> plan = PlanFrames(sequence, range, missing);
+    RequireOutputs(plan, in, out);
+    const Chain chain = ChainFrom(arguments);
+
+    if (in.HasPlace()) {
+        RemoveDeadTemporaryFiles(out.Folder().empty() ? "." : out.Folder());
+        SetThreadsPerPicture(1);
+    }
+    options.total = static_cast<std::int64_t>(plan.size());
+    options.jobs = static_cast<int>(std::min<std::int64_t>(options.jobs, options.total));
+    SequenceSource source(plan, in, out, options.render, arguments.Has("skip-existing"));
+    SequenceSink sink(options.render, arguments.Last("manifest"));
+    const FramesReport report = RenderFrames(source, sink, chain, options);
+    SavePresetIfAsked(arguments, chain);
+    if (!options.quiet) {
+        PrintNotes(report.picture);
+        PrintResult(out, report, chain);
+    }
+    return TellMissing(plan);
 }
 
 }  // namespace
 
 Verb RenderVerb() {
-    return {"render", "Take a picture through an effect, or a chain of them", kOptions,
-            "Example:\n"
+    return {"render", "Take pictures through an effect, or a chain of them", kOptions,
+            "Examples:\n"
             "  zelfx render in.dpx out.dpx -e color_balance -s highlights.red=12.5\n"
-            "Exit status: 0 done, 1 failed, 2 wrong usage, 3 bad input, 4 effect failed",
+            "  zelfx render shot.####.dpx out/shot.####.dpx -p look.json --skip-existing\n"
+            "Exit status: 0 done, 1 failed, 2 wrong usage, 3 bad input, 4 effect failed,\n"
+            "5 frames missing; on SIGINT and SIGTERM the frames under way are finished.",
             Run};
 }
 

@@ -11,6 +11,7 @@ std::span<const Verb> AllVerbs() {
         CurveVerb(),
         ExportVerb(),
         CompareVerb(),
+        VerifyVerb(),
         ScopeVerb(),
         ProbeVerb(),
         ConvertVerb(),

@@ -13,6 +13,7 @@ Verb CurveVerb();
 Verb ExportVerb();
 Verb CompareVerb();
 Verb ScopeVerb();
+Verb VerifyVerb();
 Verb ProbeVerb();
 Verb ConvertVerb();
 Verb PatternVerb();
