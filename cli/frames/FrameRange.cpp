@@ -93,8 +93,7 @@ std::vector<std::int64_t> FrameRange::Within(std::int64_t first, std::int64_t la
             numbers.push_back(piece.first + static_cast<std::int64_t>(i) * piece.step);
     }
     std::ranges::sort(numbers);
-    const auto [begin, end] = std::ranges::unique(numbers);
-    numbers.erase(begin, end);
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
     return numbers;
 }
 
