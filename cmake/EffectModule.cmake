@@ -1,19 +1,21 @@
-# zel_module(<name> SOURCES <file>... LIBS <library>... [FOLDER <folder>])
+# zel_module(<name> SOURCES <file>... LIBS <library>... FOLDER <folder> [EXPORTS <name>...])
 #
-# A loadable module: the entry point beside the sources. It exports exactly one name,
-# `main`, and on Windows it brings its run-time library along.
+# A loadable module: the entry point beside the sources. It exports `main` and the names
+# given, nothing else, and on Windows it brings its run-time library along.
 #
-# zel_effect_module(zel_<effect> SOURCE <file>)
+# zel_effect_modules(<target> SOURCE <file>)
 #
-# One of the effects, in <build>/modules.
+# An effect in <build>/modules, in the form that ZEL_HOST_CONFORMANT chooses. With tests,
+# the other form is built for them, as <target>_other in <build>/tests/modules.
 
 set(ZEL_MODULE_DIR ${CMAKE_BINARY_DIR}/modules)
 
 function(zel_module target)
-  cmake_parse_arguments(ARG "" "FOLDER" "SOURCES;LIBS" ${ARGN})
+  cmake_parse_arguments(ARG "" "FOLDER" "SOURCES;LIBS;EXPORTS" ${ARGN})
   add_library(${target} MODULE ${ARG_SOURCES} ${zelfx_SOURCE_DIR}/host/Entry.cpp)
   target_link_libraries(${target} PRIVATE ${ARG_LIBS})
   zel_configure(${target})
+  set(exports main ${ARG_EXPORTS})
   set_target_properties(${target} PROPERTIES
     PREFIX ""
     LIBRARY_OUTPUT_DIRECTORY ${ARG_FOLDER})
@@ -24,12 +26,16 @@ function(zel_module target)
     endif()
   elseif(APPLE)
     set_target_properties(${target} PROPERTIES BUNDLE ON BUNDLE_EXTENSION plugin)
-    target_link_options(${target} PRIVATE -Wl,-exported_symbol,_main)
+    foreach(name IN LISTS exports)
+      target_link_options(${target} PRIVATE -Wl,-exported_symbol,_${name})
+    endforeach()
   else()
     set_target_properties(${target} PROPERTIES SUFFIX .so)
-    set(exports ${zelfx_SOURCE_DIR}/cmake/module_exports.map)
-    target_link_options(${target} PRIVATE -Wl,--version-script=${exports})
-    set_target_properties(${target} PROPERTIES LINK_DEPENDS ${exports})
+    list(JOIN exports "; " exports)
+    set(map ${CMAKE_CURRENT_BINARY_DIR}/${target}.map)
+    file(CONFIGURE OUTPUT ${map} CONTENT "{ global: ${exports}; local: *; };\n" @ONLY)
+    target_link_options(${target} PRIVATE -Wl,--version-script=${map})
+    set_target_properties(${target} PROPERTIES LINK_DEPENDS ${map})
     if(NOT ZEL_SANITIZE)
       target_link_options(${target} PRIVATE -Wl,--no-undefined)
     endif()
@@ -37,7 +43,31 @@ function(zel_module target)
 endfunction()
 
 function(zel_effect_module target)
-  cmake_parse_arguments(ARG "" "SOURCE" "" ${ARGN})
-  zel_module(${target} SOURCES ${ARG_SOURCE} LIBS zel_effects FOLDER ${ZEL_MODULE_DIR})
+  cmake_parse_arguments(ARG "CONFORMANT" "SOURCE;NAME;FOLDER" "" ${ARGN})
+  if(ARG_CONFORMANT)
+    zel_module(${target} SOURCES ${ARG_SOURCE} ${zelfx_SOURCE_DIR}/packaging/PluginData.cpp
+               LIBS zel_effects_conformant FOLDER ${ARG_FOLDER}
+               EXPORTS PluginDataEntryFunction2)
+    target_compile_definitions(${target} PRIVATE ZEL_MODULE="${ARG_NAME}")
+    set_property(GLOBAL APPEND PROPERTY ZEL_CONFORMANT_MODULES ${target})
+  else()
+    zel_module(${target} SOURCES ${ARG_SOURCE} LIBS zel_effects FOLDER ${ARG_FOLDER})
+    set_property(GLOBAL APPEND PROPERTY ZEL_DEFAULT_MODULES ${target})
+  endif()
+  set_target_properties(${target} PROPERTIES OUTPUT_NAME ${ARG_NAME})
+endfunction()
+
+function(zel_effect_modules target)
+  set(form "")
+  set(other CONFORMANT)
+  if(ZEL_HOST_CONFORMANT)
+    set(form CONFORMANT)
+    set(other "")
+  endif()
+  zel_effect_module(${target} NAME ${target} FOLDER ${ZEL_MODULE_DIR} ${form} ${ARGN})
   set_property(GLOBAL APPEND PROPERTY ZEL_MODULES ${target})
+  if(ZEL_BUILD_TESTS)
+    zel_effect_module(${target}_other NAME ${target} FOLDER ${CMAKE_BINARY_DIR}/tests/modules
+                      ${other} ${ARGN})
+  endif()
 endfunction()

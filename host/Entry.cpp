@@ -2,7 +2,9 @@
 
 #include "host/Entry.h"
 
+#include "abi/Export.h"
 #include "host/CAEFx.h"
+#include "host/HostPolicy.h"
 
 // The export is called "main", but a C++ function of that name may not have six
 // arguments, and some tool chains plant start-up code into it. So the function has
@@ -14,17 +16,19 @@
 #define ZEL_ENTRY_LABEL "main"
 #endif
 
-#if defined(_WIN32)
-#define ZEL_EXPORT __declspec(dllexport)
-#else
-#define ZEL_EXPORT __attribute__((visibility("default")))
-#endif
-
 extern "C" ZEL_EXPORT PF_Err ZelEffectMain(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out_data,
                                            PF_ParamDef* params[], PF_LayerDef* output,
                                            void* extra) __asm__(ZEL_ENTRY_LABEL);
 
 PF_Err ZelEffectMain(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out_data, PF_ParamDef* params[],
                      PF_LayerDef* output, void* extra) {
-    return TheEffect().Main(cmd, in_data, out_data, params, output, extra);
+    if constexpr (zel::policy::kThrowsIntoHost) {
+        return TheEffect().Main(cmd, in_data, out_data, params, output, extra);
+    } else {
+        try {
+            return TheEffect().Main(cmd, in_data, out_data, params, output, extra);
+        } catch (...) {
+            return PF_Err_BAD_CALLBACK_PARAM;
+        }
+    }
 }

@@ -1,6 +1,7 @@
 /// PARAMS_SETUP: the element table, row by row, as host parameters.
 
 #include "host/CAEFx.h"
+#include "host/HostPolicy.h"
 #include "host/PixelFormatSuite.h"
 
 #include <cstring>
@@ -58,9 +59,10 @@ PF_Err CAEFx::ParamsSetup(PF_InData* in_data, PF_OutData* out_data, PF_ParamDef*
         out_data->num_params = count + 4;  // deliberate: docs/quirks.md, "num_params"
     }
 
+    int added = 0;
     for (int i = 0; i < count; ++i) {
         const AEFxGuiElement* element = QueryGuiElement(i);
-        if (!element) return PF_Err_NONE;
+        if (!element) break;
         PF_ParamDef def;
         std::memset(&def, 0, sizeof def);  // the bytes between and behind the members too
         if (!Fill(def, *element, *in_data->utils)) continue;
@@ -68,6 +70,8 @@ PF_Err CAEFx::ParamsSetup(PF_InData* in_data, PF_OutData* out_data, PF_ParamDef*
         constexpr PF_ParamIndex kAppend = -1;
         const PF_Err error = in_data->inter.add_param(in_data->effect_ref, kAppend, &def);
         if (error != PF_Err_NONE) return error;
+        ++added;
     }
+    if constexpr (policy::kCountsWhatIsAdded) out_data->num_params = added + 1;
     return PF_Err_NONE;
 }

@@ -1,9 +1,7 @@
 /// RENDER through the loaded modules: which pixels come out, and what the host is told.
 
-#include "tests/host/Modules.h"
-#include "tests/host/Pixels.h"
+#include "tests/host/GradedModule.h"
 
-#include <functional>
 #include <random>
 #include <thread>
 
@@ -12,57 +10,8 @@ namespace {
 
 constexpr unsigned kSeed = 20240611;
 
-/// The host formats that a personality can hand over.
-std::vector<FrameFormat> FormatsOf(bool premiere) {
-    if (premiere) return {std::begin(kFrameFormats), std::end(kFrameFormats)};
-    return {kFrameFormats[1], kFrameFormats[4]};
-}
-
-class ModuleRender : public EachModule {
+class ModuleRender : public GradedModule {
 protected:
-    ParamList params{Start()};
-
-    PF_WorldFlags FlagsFor(const FrameFormat& format) const {
-        // Reserved bits are set: only bit 0 may count.
-        return static_cast<PF_WorldFlags>(0x7F000000) | PF_WorldFlag_WRITEABLE |
-               (format.channelBytes == 2 ? PF_WorldFlag_DEEP : 0);
-    }
-
-    /// Sets every slider to a value of its range and every check box to 0 or 1.
-    void Grade(std::mt19937& random) {
-        const Controls controls = row.controls();
-        for (std::size_t i = 0; i < controls.size(); ++i) {
-            const int param = static_cast<int>(i) + 1;
-            if (controls[i].kind == Control::Slider) {
-                const Range& range = kRanges[controls[i].range];
-                params.SetSlider(
-                    param, std::uniform_real_distribution<double>(range.low, range.high)(random));
-            } else if (controls[i].kind == Control::CheckBox) {
-                params.SetCheckBox(param, static_cast<A_long>(random() % 2));
-            }
-        }
-    }
-
-    /// The curve of the present parameters, by the engine linked into this program.
-    Curve EngineCurve() {
-        float values[128] = {};
-        for (int i = 1; i < params.Count(); ++i) {
-            const PF_ParamDef& def = params[i];
-            if (def.param_type == PF_Param_FLOAT_SLIDER)
-                values[i - 1] = static_cast<float>(def.u.fs_d.value);
-            else if (def.param_type == PF_Param_CHECKBOX)
-                values[i - 1] = static_cast<float>(def.u.bd.value);
-        }
-        CUtilLut lut;
-        lut.Open();
-        lut.Reset();
-        std::invoke(row.operation, lut, static_cast<float*>(values));
-        Curve curve;
-        for (std::size_t c = 0; c < 3; ++c)
-            std::copy_n(lut.m_pLut + c * 1024, 1024, curve[c].begin());
-        return curve;
-    }
-
     /// Renders a frame of `format` and returns it.
     HostFrame RenderFrame(const FrameFormat& format, HostFrame& source, HostFrame::Shape shape) {
         HostFrame frame(format.PixelBytes(), shape);
