@@ -55,6 +55,28 @@ function(zel_effect_module target)
     set_property(GLOBAL APPEND PROPERTY ZEL_DEFAULT_MODULES ${target})
   endif()
   set_target_properties(${target} PROPERTIES OUTPUT_NAME ${ARG_NAME})
+  zel_module_resources(${target} ${ARG_NAME})
+endfunction()
+
+# What the host reads before it loads the module: inside the file on Windows, beside the
+# program in a bundle of the Mac.
+function(zel_module_resources target name)
+  set(made ${CMAKE_CURRENT_BINARY_DIR}/${target})
+  if(MINGW)
+    add_custom_command(OUTPUT ${made}.rc
+                       COMMAND zel_resources windows ${name} ${made}.rc VERBATIM)
+    add_custom_command(OUTPUT ${made}.res.o DEPENDS ${made}.rc VERBATIM
+                       COMMAND ${CMAKE_RC_COMPILER} -O coff -i ${made}.rc -o ${made}.res.o)
+    target_sources(${target} PRIVATE ${made}.res.o)
+  elseif(APPLE)
+    set(form mac64)
+    if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+      set(form mac32)
+    endif()
+    add_custom_command(TARGET ${target} POST_BUILD VERBATIM
+      COMMAND zel_resources ${form} ${name} $<TARGET_BUNDLE_CONTENT_DIR:${target}>)
+    add_dependencies(${target} zel_resources)
+  endif()
 endfunction()
 
 function(zel_effect_modules target)
