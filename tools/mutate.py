@@ -137,7 +137,8 @@ def prepare():
             shutil.copy(source, target)
     status, output = run(["cmake", "-S", str(TREE), "-B", str(BUILD), "-G", "Ninja",
                           "-DCMAKE_BUILD_TYPE=None", "-DCMAKE_CXX_FLAGS=-O1 -w",
-                          "-DZEL_BUILD_CLI=OFF", "-DZEL_BUILD_BENCH=OFF"])
+                          "-DZEL_SANITIZE=address", "-DZEL_BUILD_CLI=OFF",
+                          "-DZEL_BUILD_BENCH=OFF"])
     if status != 0:
         sys.exit(f"cannot configure the copy of the tree:\n{output}")
 
