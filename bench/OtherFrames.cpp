@@ -33,19 +33,11 @@ void RunFlip(benchmark::State& state, const Row& row) {
                   [=](void* dst, void*) { IpFrame_Flip(dst, rowBytes, row.size.height); });
 }
 
-void RunOpaque(benchmark::State& state, const Row& row) {
-    const int w = row.size.width, h = row.size.height;
-    RunBesideCopy(
-        state, row, FrameBytes(4 * w, row.size), FrameBytes(3 * w, row.size), Samples::integers,
-        [=](void* dst, void* src) { IpFrame_Copy_RGB8_To_RGBA8(dst, 4 * w, src, 3 * w, w, h); });
-}
-
 [[maybe_unused]] const bool kRegistered = [] {
     ForEverySize([](Size size, Caches caches) {
         Register({"420 to CbYCrY8", "scalar", size, caches}, RunPlanar);
         Register({"scale RGB10 to BGRA8", "scalar", size, caches}, RunScale);
         Register({"flip", "scalar", size, caches}, RunFlip);
-        Register({"RGB8 to RGBA8", "scalar", size, caches}, RunOpaque);
     });
     return true;
 }();

@@ -54,7 +54,7 @@ void IpScan_Copy_Endian32(void* dst, int, void* src, int, int width) {
 
 void IpFrame_Copy_Endian32(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width,
                            int height) {
-    IpFrame_Copy_Master(IpScan_Copy_Endian32, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kEndian32, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 
 void IpFrame_Flip(void* base, int rowBytes, int height) {

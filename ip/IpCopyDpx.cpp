@@ -49,7 +49,7 @@ void IpFrame_Copy_BGRA8_To_DpxBE(void* dst, int dstRowBytes, void* src, int srcR
     CopyFrame(kBgraToDpxBE, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_DpxLE_To_BGRA8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_DpxLE_To_BGRA8, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kDpxLEToBgra, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_DpxBE_To_BGRA8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
     CopyFrame(kDpxBEToBgra, dst, dstRowBytes, src, srcRowBytes, width, height);

@@ -6,6 +6,7 @@
 #include "ip/detail/Memory.h"
 #include "ip/detail/OpaqueRGB.h"
 #include "ip/detail/Units.h"
+#include "ip/detail/Variants.h"
 
 #include <array>
 
@@ -57,25 +58,25 @@ void IpScan_Copy_BGRA_To_RGB16(void* dst, int, void* src, int, int width) {
 
 // clang-format off
 void IpFrame_Copy_BGRA8_To_RGB8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_BGRA_To_RGB, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kBgraToRgb, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_BGRA8_To_BGR8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_BGRA_To_BGR, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kBgraToBgr, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_BGRA8_To_ARGB8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_BGRA_To_ARGB, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kBgraToArgb, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_BGRA8_To_ABGR8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_BGRA_To_ABGR, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kBgraToAbgr, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_BGRA8_To_RGBA8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_BGRA_To_RGBA, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kBgraToRgba, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_RGBA8_To_BGRA8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_RGBA8_To_BGRA8, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kRgbaToBgra, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_RGB8_To_BGRA8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_RGB_To_BGRA8, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kRgbToBgra, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_BGRA8_To_RGB16(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
     CopyFrame(kBgraToRgb16, dst, dstRowBytes, src, srcRowBytes, width, height);
@@ -83,10 +84,10 @@ void IpFrame_Copy_BGRA8_To_RGB16(void* dst, int dstRowBytes, void* src, int srcR
 
 // Deliberate: rows go by their signed byte counts. docs/quirks.md, "signed rows".
 void IpFrame_Copy_RGB8_To_RGBA8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    OpaqueFrame<kRGBA>({dst, dstRowBytes}, {src, srcRowBytes}, width, height);
+    CopyRows(kRgbToRgba, Pick(kRgbToRgba.variants), {dst, dstRowBytes}, {src, srcRowBytes}, width, height);
 }
 void IpFrame_Copy_RGB8_To_ARGB8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    OpaqueFrame<kARGB>({dst, dstRowBytes}, {src, srcRowBytes}, width, height);
+    CopyRows(kRgbToArgb, Pick(kRgbToArgb.variants), {dst, dstRowBytes}, {src, srcRowBytes}, width, height);
 }
 
 // Deliberate: empty. docs/quirks.md, "empty members".

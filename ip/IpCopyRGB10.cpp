@@ -2,6 +2,7 @@
 
 #include "ip/IpCopy.h"
 
+#include "ip/detail/CopyVariants.h"
 #include "ip/detail/Layouts.h"
 #include "ip/detail/Units.h"
 
@@ -52,15 +53,15 @@ void IpScan_Copy_RGB10_To_BGRA8(void* dst, int, void* src, int, int width) {
 
 // clang-format off
 void IpFrame_Copy_BGRA8_To_RGB10(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_BGRA_To_RGB10, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kBgraToRGB10, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_RGB8_To_RGB10(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_RGB8_To_RGB10, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kRgbToRGB10, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_RGB16LE_To_RGB10(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_RGB16LE_To_RGB10, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kRgb16ToRGB10, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_RGB10_To_BGRA8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_RGB10_To_BGRA8, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kRGB10ToBgra, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 // clang-format on

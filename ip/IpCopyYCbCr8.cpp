@@ -48,7 +48,7 @@ void IpFrame_Copy_VUYA8_To_VUY8(void* dst, int dstRowBytes, void* src, int srcRo
     CopyFrame(kVuyaToVuy, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 void IpFrame_Copy_VUYA8_To_YCbYCr8(void* dst, int dstRowBytes, void* src, int srcRowBytes, int width, int height) {
-    IpFrame_Copy_Master(IpScan_Copy_VUYA8_To_YCbYCr8, dst, dstRowBytes, src, srcRowBytes, width, height);
+    CopyFrame(kVuyaToYCbYCr8, dst, dstRowBytes, src, srcRowBytes, width, height);
 }
 
 void IpFrame_Copy_YCbYCr8_To_RGBA8(void* dst, int dstRowBytes, void*, int, int width, int height) { OpaqueScratch<kRGBA>({dst, dstRowBytes}, width, height); }

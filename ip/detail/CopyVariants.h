@@ -5,6 +5,7 @@
 
 #include "ip/IpCopy.h"
 #include "ip/detail/Cpu.h"
+#include "ip/detail/Rows.h"
 
 #include <span>
 
@@ -25,13 +26,20 @@ struct CopyFamily {
 };
 
 // clang-format off
-extern const CopyFamily kPlainCopy;
-extern const CopyFamily kBgraToRgb16, kVuyaToVuy;
-extern const CopyFamily kBgraToDpxLE, kBgraToDpxBE, kDpxBEToBgra;
+extern const CopyFamily kPlainCopy, kEndian32;
+extern const CopyFamily kBgraToRgb, kBgraToBgr, kBgraToArgb, kBgraToAbgr, kBgraToRgba, kRgbaToBgra;
+extern const CopyFamily kRgbToBgra, kRgbToRgba, kRgbToArgb, kBgraToRgb16;
+extern const CopyFamily kBgraToRGB10, kRgbToRGB10, kRgb16ToRGB10, kRGB10ToBgra;
+extern const CopyFamily kBgraToDpxLE, kBgraToDpxBE, kDpxLEToBgra, kDpxBEToBgra;
+extern const CopyFamily kVuyaToVuy, kVuyaToYCbYCr8;
 extern const CopyFamily kRgbToV210, kRgbaToV210, kBgraToV210, kV210ToYCbYCr8;
 // clang-format on
 
 std::span<const CopyFamily* const> CopyFamilies();
+
+/// Row by row in the order of their numbers, with one variant of a family.
+void CopyRows(const CopyFamily& family, const CopyVariant& variant, Rows dst, Rows src, int width,
+              int height);
 
 /// IpFrame_Copy_Master with one variant of a family.
 void CopyFrame(const CopyFamily& family, const CopyVariant& variant, void* dst, int dstRowBytes,

@@ -11,6 +11,7 @@ IpScanCopyFn CopyRowStreaming_Sse2;
 /// A vector holds the sixteen words of four groups.
 IpScanCopyFn BgraToV210_Avx512, BgraToV210Streaming_Avx512;
 IpScanCopyFn RgbaToV210_Avx512, RgbaToV210Streaming_Avx512;
+IpScanCopyFn RgbToV210_Avx512, RgbToV210Streaming_Avx512;
 
 IpScanCopyFn V210ToYCbYCr8_Avx2;
 

@@ -15,28 +15,13 @@ namespace {
 
 constexpr std::ptrdiff_t kGroups = 4, kGroupPixels = 6, kWords = 4, kVector = 64;
 
-/// What a word holds in its low, middle or high field: one code of one pixel.
-struct Source {
-    int pixel;
-    const V210Weights& weights;
-};
-
-using Field = std::array<Source, kWords>;
-
-// Chroma is that of pixels 0, 1 and 2. docs/quirks.md, "v210 chroma".
-// clang-format off
-constexpr Field kLow   {{{0, kV210Cb}, {1, kV210Y},  {1, kV210Cr}, {4, kV210Y}}};
-constexpr Field kMiddle{{{0, kV210Y},  {1, kV210Cb}, {3, kV210Y},  {2, kV210Cr}}};
-constexpr Field kHigh  {{{0, kV210Cr}, {2, kV210Y},  {2, kV210Cb}, {5, kV210Y}}};
-// clang-format on
-
 /// The 24 pixels of four groups: 0 to 15, and 8 to 23.
 struct Pixels {
     __m512i first, last;
 };
 
 /// A field of sixteen words.
-template <Order From, const Field& kField>
+template <Order From, const V210Field& kField>
 ZEL_AVX512 inline __m512i Codes(const Pixels& pixels) {
     alignas(64) static constexpr auto kIndex = [] {
         std::array<std::int32_t, 16> index{};
@@ -69,28 +54,42 @@ ZEL_AVX512 inline __m512i Codes(const Pixels& pixels) {
 
 template <Order From>
 ZEL_AVX512 inline __m512i Words(const Pixels& pixels) {
-    const __m512i low = Codes<From, kLow>(pixels);
-    const __m512i middle = Codes<From, kMiddle>(pixels);
-    const __m512i high = Codes<From, kHigh>(pixels);
+    const __m512i low = Codes<From, kV210Low>(pixels);
+    const __m512i middle = Codes<From, kV210Middle>(pixels);
+    const __m512i high = Codes<From, kV210High>(pixels);
     const __m512i lower = _mm512_or_si512(low, _mm512_slli_epi32(middle, 10));
     return _mm512_or_si512(lower, _mm512_slli_epi32(high, 20));
+}
+
+/// Sixteen pixels as words, of which `count` are there; no byte beyond them is read.
+template <Order From>
+ZEL_AVX512 inline __m512i LoadPixels(const std::byte* from, std::ptrdiff_t count = 16) {
+    const std::ptrdiff_t there = std::clamp<std::ptrdiff_t>(count, 0, 16) * From.elements;
+    const __mmask64 mask = there == 64 ? ~__mmask64{0} : (__mmask64{1} << there) - 1;
+    const __m512i bytes = _mm512_maskz_loadu_epi8(mask, from);
+    if constexpr (From.elements == 4) return bytes;
+    alignas(64) static constexpr auto kApart = [] {
+        std::array<std::uint8_t, 64> index{};
+        for (std::size_t i = 0; i < 64; ++i)
+            index[i] = static_cast<std::uint8_t>(i / 4 * 3 + i % 4);
+        return index;
+    }();
+    return _mm512_permutexvar_epi8(_mm512_load_si512(kApart.data()), bytes);
 }
 
 /// Fewer than four groups; nothing else is touched.
 template <Order From>
 ZEL_AVX512 inline void PackPart(std::byte* to, const std::byte* from, std::ptrdiff_t groups) {
-    const auto mask = [](std::ptrdiff_t lanes) {
-        return static_cast<__mmask16>(lanes >= 16 ? 0xFFFFu : lanes <= 0 ? 0u : (1u << lanes) - 1);
-    };
     const std::ptrdiff_t pixels = groups * kGroupPixels;
-    const Pixels there{_mm512_maskz_loadu_epi32(mask(pixels), from),
-                       _mm512_maskz_loadu_epi32(mask(pixels - 8), from + 8 * 4)};
-    _mm512_mask_storeu_epi32(to, mask(groups * kWords), Words<From>(there));
+    const auto words = static_cast<__mmask16>((1u << groups * kWords) - 1);
+    _mm512_mask_storeu_epi32(to, words,
+                             Words<From>({LoadPixels<From>(from, pixels),
+                                          LoadPixels<From>(from + 8 * From.elements, pixels - 8)}));
 }
 
 template <Order From, Stores kStores>
 ZEL_AVX512 void Row(void* dst, void* src, int width) {
-    constexpr std::ptrdiff_t kDstGroup = 16, kSrcGroup = kGroupPixels * 4;
+    constexpr std::ptrdiff_t kDstGroup = 16, kSrcGroup = kGroupPixels * From.elements;
     const std::ptrdiff_t groups = width / kGroupPixels;
     std::ptrdiff_t at = 0;
     if constexpr (kStores == Stores::streaming) {
@@ -102,7 +101,7 @@ ZEL_AVX512 void Row(void* dst, void* src, int width) {
         const std::byte* const from = At<std::byte>(src, at * kSrcGroup);
         std::byte* const to = At<std::byte>(dst, at * kDstGroup);
         const __m512i words =
-            Words<From>({_mm512_loadu_si512(from), _mm512_loadu_si512(from + 8 * 4)});
+            Words<From>({LoadPixels<From>(from), LoadPixels<From>(from + 8 * From.elements)});
         PrefetchAhead<kStores>(from, to);
         PrefetchAhead(from + 64);
         if constexpr (kStores == Stores::streaming)
@@ -117,6 +116,12 @@ ZEL_AVX512 void Row(void* dst, void* src, int width) {
 
 }  // namespace
 
+void RgbToV210_Avx512(void* dst, int, void* src, int, int width) {
+    Row<kRGB, Stores::cached>(dst, src, width);
+}
+void RgbToV210Streaming_Avx512(void* dst, int, void* src, int, int width) {
+    Row<kRGB, Stores::streaming>(dst, src, width);
+}
 void BgraToV210_Avx512(void* dst, int, void* src, int, int width) {
     Row<kBGRA, Stores::cached>(dst, src, width);
 }

@@ -127,6 +127,24 @@ TEST_P(CopyVariantTest, Frames) {
 
 INSTANTIATE_TEST_SUITE_P(, CopyVariantTest, testing::ValuesIn(AllCases()), NameOfCase);
 
+// Units that do not grow may be converted where they lie.
+class CopyInPlaceTest : public CopyVariantTest {};
+
+TEST_P(CopyInPlaceTest, GivesTheSame) {
+    for (const int width : {1, 5, 6, 47, 64, 65, 130, 1920}) {
+        const int dstBytes = static_cast<int>(DstBytes(width));
+        const int srcBytes = static_cast<int>(SrcBytes(width));
+        Bytes row(SrcBytes(width) + 1);
+        std::mt19937 random(9);
+        for (std::uint8_t& byte : row) byte = static_cast<std::uint8_t>(random());
+        Bytes expected(DstBytes(width));
+        std::uint8_t* const odd = row.data() + 1;
+        reference(expected.data(), dstBytes, odd, srcBytes, width);
+        variant.row(odd, dstBytes, odd, srcBytes, width);
+        EXPECT_TRUE(std::equal(expected.begin(), expected.end(), odd)) << width << " pixels";
+    }
+}
+
 // All 2^24 colours. A group takes its chroma from the first three pixels, so a second pass
 // has every colour three pixels on.
 class V210PackTest : public CopyVariantTest {};
@@ -150,6 +168,16 @@ TEST_P(V210PackTest, EveryColour) {
             }
         }
 }
+
+std::vector<Case> CasesInPlace() {
+    std::vector<Case> cases = AllCases();
+    std::erase_if(cases, [](const Case& c) {
+        return c.family->dstBytes > c.family->srcBytes || c.family == &kPlainCopy;
+    });
+    return cases;
+}
+
+INSTANTIATE_TEST_SUITE_P(, CopyInPlaceTest, testing::ValuesIn(CasesInPlace()), NameOfCase);
 
 std::vector<Case> PackCases() {
     std::vector<Case> cases = AllCases();
