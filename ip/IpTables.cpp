@@ -7,7 +7,9 @@
 #include "ip/detail/Units.h"
 
 #include <algorithm>
-#include <numeric>
+#include <array>
+#include <mutex>
+#include <span>
 
 std::uint8_t unityLut8[256];
 std::uint16_t unityLut10[1024];
@@ -25,37 +27,65 @@ namespace {
 
 using namespace zel::ip;
 
+// Hosts set an effect up again while it renders on other threads: what stands already is
+// compared and not written, so that readers meet no writer.
+
+template <class T>
+void Set(T& place, const T& value) {
+    if (place != value) place = value;
+}
+
+void InitUnity() {
+    for (std::size_t i = 0; i < std::size(unityLut8); ++i)
+        Set(unityLut8[i], static_cast<std::uint8_t>(i));
+    for (std::size_t i = 0; i < std::size(unityLut10); ++i)
+        Set(unityLut10[i], static_cast<std::uint16_t>(i));
+}
+
 void InitBlack8() {
     unsigned char y, cb, cr;
     IpRGBToYUV8(&y, &cb, &cr, 0, 0, 0, true);
-    g_blackYUYV8 = PackBytes(y, cb, y, cr);
-    g_blackUYVY8 = PackBytes(cb, y, cr, y);
+    Set(g_blackYUYV8, PackBytes(y, cb, y, cr));
+    Set(g_blackUYVY8, PackBytes(cb, y, cr, y));
 }
 
 void InitBlack10() {
-    IpRGBToYUV10(&g_blackY10, &g_blackU10, &g_blackV10, 0, 0, 0, true);
-    const V210Words group = PackV210(g_blackY10, g_blackU10, g_blackV10);
-    std::copy_n(group.begin(), 2, g_blackV210Even);
-    std::copy_n(group.begin() + 2, 2, g_blackV210Odd);
+    unsigned int y, cb, cr;
+    IpRGBToYUV10(&y, &cb, &cr, 0, 0, 0, true);
+    Set(g_blackY10, y);
+    Set(g_blackU10, cb);
+    Set(g_blackV10, cr);
+    const V210Words group = PackV210(y, cb, cr);
+    for (std::size_t i = 0; i < 2; ++i) {
+        Set(g_blackV210Even[i], group[i]);
+        Set(g_blackV210Odd[i], group[2 + i]);
+    }
+}
+
+/// What the fill does not reach stays as it is.
+void InitBlackScan(IpScanFillFn* fill, std::span<std::uint8_t> scan) {
+    std::array<std::uint8_t, sizeof g_blackScanFloat4> line;
+    const std::span filled = std::span(line).first(scan.size());
+    std::ranges::copy(scan, filled.begin());
+    fill(filled.data(), 0, kIpBlackScanPixels, 0, 0, 0, 0, false);
+    if (!std::ranges::equal(scan, filled)) std::ranges::copy(filled, scan.begin());
 }
 
 void InitBlackScans() {
-    const struct {
-        IpScanFillFn* fill;
-        void* scan;
-    } lines[] = {
-        {IpScan_Fill_RGBA8, g_blackScanChar4},        {IpScan_Fill_RGBA16, g_blackScanShort4},
-        {IpScan_Fill_BGRA32Float, g_blackScanFloat4}, {IpScan_Fill_YUYV8, g_blackScanYUYV8},
-        {IpScan_Fill_UYVY8, g_blackScanUYVY8},        {IpScan_Fill_v210, g_blackScanV210},
-    };
-    for (const auto& line : lines) line.fill(line.scan, 0, kIpBlackScanPixels, 0, 0, 0, 0, false);
+    InitBlackScan(IpScan_Fill_RGBA8, g_blackScanChar4);
+    InitBlackScan(IpScan_Fill_RGBA16, g_blackScanShort4);
+    InitBlackScan(IpScan_Fill_BGRA32Float, g_blackScanFloat4);
+    InitBlackScan(IpScan_Fill_YUYV8, g_blackScanYUYV8);
+    InitBlackScan(IpScan_Fill_UYVY8, g_blackScanUYVY8);
+    InitBlackScan(IpScan_Fill_v210, g_blackScanV210);
 }
 
 }  // namespace
 
 void IpInitialize() {
-    std::iota(std::begin(unityLut8), std::end(unityLut8), std::uint8_t{0});
-    std::iota(std::begin(unityLut10), std::end(unityLut10), std::uint16_t{0});
+    static std::mutex oneAtATime;
+    const std::scoped_lock lock(oneAtATime);
+    InitUnity();
     InitBlack8();
     InitBlack10();
     InitBlackScans();

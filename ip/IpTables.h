@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-/// Fills every table below. Call once, before any other thread uses the library;
-/// a second call rebuilds the same values.
+/// Fills every table below, before a thread uses the library. Further calls rebuild the
+/// same values; they may come on any thread, also while others use the tables.
 void IpInitialize();
 
 /// Counterpart of IpInitialize(); there is nothing to release.
