@@ -4,6 +4,8 @@
 #include "ip/detail/Variants.h"
 #include "ip/x86/FillRows.h"
 
+#include <cstdlib>
+
 namespace zel::ip {
 
 namespace {
@@ -28,7 +30,13 @@ void FillFrame(const FillVariant& variant, IpScanFillFn* scanFn, FillUnit unit, 
         return IpFrame_Fill_Master(scanFn, base, rowBytes, width, height, r, g, b, a, normalised);
     FillPattern pattern;
     scanFn(pattern.data(), 0, 16 / unit.bytes * unit.pixels, r, g, b, a, normalised);
-    const std::ptrdiff_t bytes = std::ptrdiff_t{width / unit.pixels} * unit.bytes;
+    std::ptrdiff_t bytes = std::ptrdiff_t{width / unit.pixels} * unit.bytes;
+    if (std::abs(std::int64_t{rowBytes}) == bytes && height > 1) {
+        // Rows without gaps are one row, in which the pattern goes on.
+        base = Upwards({base, rowBytes}, height).first;
+        bytes *= height;
+        height = 1;
+    }
     WithRow(variant, base, nullptr, bytes, height, [&](IpFillRowFn* row) {
         ForEach(
             height, [&](void* to) { row(to, bytes, pattern); }, Upwards({base, rowBytes}, height));

@@ -6,6 +6,8 @@
 #include "ip/detail/Variants.h"
 #include "ip/x86/LutRows.h"
 
+#include <algorithm>
+
 namespace zel::ip {
 
 namespace {
@@ -49,18 +51,40 @@ void LutRow16Prepared(void* dst, void* src, int width, void* t0, void* t1, void*
     });
 }
 
+namespace {
+
+/// CodeOfUnit() for a compiler to make vectors of. The clamps take the code's bits, which
+/// as integers are in the order of the floats; NaN lies above infinity or below zero.
+std::int32_t IndexOf(float sample) {
+    constexpr auto kTop = std::bit_cast<std::int32_t>(1023.0f);
+    constexpr std::int32_t kInfinity = 0x7F800000;
+    const auto code = std::bit_cast<std::int32_t>(sample * 1023.0f);
+    const std::int32_t raised = code < 0 || code > kInfinity ? 0 : code;
+    return static_cast<std::int32_t>(std::bit_cast<float>(raised < kTop ? raised : kTop));
+}
+
+/// All indices first: few enough pixels that a processor still reads while it writes.
+template <std::size_t kPixels>
+void LookUp(std::byte* to, const std::byte* from, const std::array<void*, 4>& tables) {
+    std::array<std::int32_t, 4 * kPixels> index;
+    const auto samples = Load<std::array<float, 4 * kPixels>>(from);
+    for (std::size_t i = 0; i < index.size(); ++i) index[i] = IndexOf(samples[i]);
+    for (std::size_t i = 0; i < index.size(); i += 4)
+        for (std::size_t c = 0; c < 4; ++c)
+            StoreAt(to, static_cast<std::ptrdiff_t>(i + c),
+                    LoadAt<std::uint32_t>(tables[c], index[i + std::min<std::size_t>(c, 2)]));
+}
+
+}  // namespace
+
 void LutRowFloatPrepared(void* dst, void* src, int width, void* t0, void* t1, void* t2, void* t3) {
-    const auto index = [](float sample) {
-        const float code = sample * 1023.0f;
-        const float raised = code > 0.0f ? code : 0.0f;  // NaN becomes 0
-        return static_cast<int>(raised < 1023.0f ? raised : 1023.0f);
-    };
-    using Pixel = std::array<float, 4>;
-    MapUnits<Pixel>(dst, src, width, [=](const Pixel& in) {
-        const int i0 = index(in[0]), i1 = index(in[1]), i2 = index(in[2]);
-        return Pixel{LoadAt<float>(t0, i0), LoadAt<float>(t1, i1), LoadAt<float>(t2, i2),
-                     LoadAt<float>(t3, i2)};
-    });
+    constexpr std::ptrdiff_t kPixels = 8, kChannels = 4;
+    const std::array tables{t0, t1, t2, t3};
+    const auto to = [=](std::ptrdiff_t x) { return At<float>(dst, x * kChannels); };
+    const auto from = [=](std::ptrdiff_t x) { return At<float>(src, x * kChannels); };
+    std::ptrdiff_t x = 0;
+    for (; x + kPixels <= width; x += kPixels) LookUp<kPixels>(to(x), from(x), tables);
+    for (; x < width; ++x) LookUp<1>(to(x), from(x), tables);
 }
 
 namespace {

@@ -24,7 +24,7 @@ IpScanLutFn LutRow8Portable;
 /// Table and shift, sample after sample.
 IpScanLutFn LutRow16Prepared;
 
-/// Clamps without branches, pixel after pixel.
+/// The indices of a few pixels, then their cells.
 IpScanLutFn LutRowFloatPrepared;
 
 }  // namespace zel::ip
