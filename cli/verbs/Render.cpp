@@ -8,11 +8,13 @@
 #include "cli/frames/SequenceFiles.h"
 #include "cli/picture/TemporaryFile.h"
 #include "cli/verbs/Verbs.h"
+#include "cli/video/RenderVideo.h"
 #include "headless/Error.h"
 #include "headless/Text.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <initializer_list>
 #include <iostream>
 
 namespace zel {
@@ -23,8 +25,8 @@ std::vector<std::string> MissingWords() { return {"error", "skip", "nearest"}; }
 
 // clang-format off
 constexpr Option kOptions[] = {
-    {"IN",              "",            "picture; or shot.####.dpx, shot.%04d.dpx, a folder", Option::Required},
-    {"OUT",             "",            ".png .tif .exr .dpx .jpg; or out.####.dpx",          Option::Required},
+    {"IN",              "",            "picture, video, folder, shot.####.dpx, shot.%04d.dpx", Option::Required},
+    {"OUT",             "",            ".png .tif .exr .dpx .jpg, or video: .mov .mp4 .mkv", Option::Required},
     Heading("Look"),
     kEffectOption,
     kPresetOption,
@@ -45,6 +47,10 @@ constexpr Option kOptions[] = {
     {"--missing",       "HOW",         "frames not there: error (default), skip, nearest", Option::Optional, MissingWords},
     {"--skip-existing", nullptr,       "keep outputs that are there and whole"},
     {"--manifest",      "FILE",        "write SHA-256 sums, for 'zelfx verify'"},
+    Heading("Video"),
+    {"--codec",         "NAME",        "ffmpeg's encoder (default: by OUT: ProRes, x264)"},
+    {"--crf",           "N",           "quality of x264 and its kin (default: 18)"},
+    {"--pix-fmt",       "NAME",        "ffmpeg's pixels, yuv420p10le, ... (near IN's)"},
     Heading("Running"),
     {"-j,--jobs",       "N",           "frames at a time (default: one per processor)"},
     {"--log",           "FILE",        "append a line of JSON for every frame"},
@@ -66,13 +72,13 @@ RenderOptions OptionsFrom(const Arguments& arguments) {
     return options;
 }
 
-/// The options of DPX files do nothing to others: better said than passed over.
-void RequireDpx(const Arguments& arguments, const std::string& out) {
-    if (Lower(std::filesystem::path(out).extension().string()) == ".dpx") return;
-    for (const char* option : {"endian", "transfer"})
+/// Options that do nothing here: better said than passed over.
+void Refuse(const Arguments& arguments, std::initializer_list<const char*> options,
+            const char* whose, const std::filesystem::path& out) {
+    for (const char* option : options)
         if (arguments.Has(option))
-            throw Error(ErrorKind::Usage, "--" + std::string(option) + " is for DPX files, and '" +
-                                              out + "' is none");
+            throw Error(ErrorKind::Usage, std::string("--") + option + " is for " + whose +
+                                              ", and '" + out.string() + "' is none");
 }
 
 /// The modules read the environment when they are set up.
@@ -86,28 +92,39 @@ void ForceCpu(const Arguments& arguments) {
 #endif
 }
 
+void PrintNote(const std::string& text) { std::cerr << "zelfx: note: " << text << '\n'; }
+
 void PrintNotes(const RenderReport& report) {
-    const auto note = [](const std::string& text) { std::cerr << "zelfx: note: " << text << '\n'; };
     if (report.effect.code != 0)
-        note("the effect rendered the frame and returned " + std::to_string(report.effect.code) +
-             " (\"" + OneLine(report.effect.message) + "\"), as it does in After Effects");
+        PrintNote("the effect rendered the frame and returned " +
+                  std::to_string(report.effect.code) + " (\"" + OneLine(report.effect.message) +
+                  "\"), as it does in After Effects");
     if (report.floatNarrowed)
-        note("After Effects hands this effect no float frames: the picture was taken in 16 bits");
+        PrintNote(
+            "After Effects hands this effect no float frames: the picture was taken in 16 bits");
     if (report.clipped > 0)
-        note(std::to_string(report.clipped) + " of " + std::to_string(report.samples) +
-             " colour samples lie outside 0..1 and were clipped by the effect");
-    if (report.alphaDropped) note("pictures of this type hold no alpha: it was left out");
+        PrintNote(std::to_string(report.clipped) + " of " + std::to_string(report.samples) +
+                  " colour samples lie outside 0..1 and were clipped by the effect");
+    if (report.alphaDropped) PrintNote("pictures of this type hold no alpha: it was left out");
+}
+
+std::string FramesText(std::int64_t count) {
+    return std::to_string(count) + (count == 1 ? " frame" : " frames");
+}
+
+/// "through Color Balance as BGRA8".
+std::string WayText(const RenderReport& report, const Chain& chain) {
+    std::string text = "through " + NamesOf(chain) + " as " + std::string(report.format->name);
+    for (const ChainLink& link : chain)
+        if (const auto direction = DirectionOf(link.values)) text += ", " + *direction;
+    return text;
 }
 
 /// "picture.dpx", or "shot.####.dpx: 200 frames (150 kept)".
 void PrintResult(const FrameName& out, const FramesReport& frames, const Chain& chain) {
-    const auto count = [](std::int64_t n) {
-        return std::to_string(n) + (n == 1 ? " frame" : " frames");
-    };
-    const std::int64_t all = frames.rendered + frames.kept;
     std::cout << out.Text() << ": ";
     if (out.HasPlace()) {
-        std::cout << count(all);
+        std::cout << FramesText(frames.rendered + frames.kept);
         if (frames.kept > 0) std::cout << " (" << frames.kept << " kept)";
     } else if (frames.kept > 0) {
         std::cout << "kept";
@@ -115,10 +132,8 @@ void PrintResult(const FrameName& out, const FramesReport& frames, const Chain& 
     if (frames.rendered > 0) {
         const RenderReport& report = frames.picture;
         std::cout << (out.HasPlace() ? ", " : "") << report.width << " x " << report.height << ", "
-                  << NameOf(report.depth) << (report.depth >= Depth::Half ? "" : " bit")
-                  << ", through " << NamesOf(chain) << " as " << report.format->name;
-        for (const ChainLink& link : chain)
-            if (const auto direction = DirectionOf(link.values)) std::cout << ", " << *direction;
+                  << NameOf(report.depth) << (report.depth >= Depth::Half ? "" : " bit") << ", "
+                  << WayText(report, chain);
     }
     std::cout << '\n';
 }
@@ -140,7 +155,7 @@ int TellMissing(const std::vector<PlannedFrame>& plan) {
     return static_cast<int>(ErrorKind::Missing);
 }
 
-int Run(const Arguments& arguments) {
+FramesOptions FramesOptionsFrom(const Arguments& arguments) {
     FramesOptions options;
     options.render = OptionsFrom(arguments);
     options.quiet = arguments.Has("quiet");
@@ -148,15 +163,20 @@ int Run(const Arguments& arguments) {
     options.log = arguments.Last("log").value_or("");
     const auto jobs = arguments.Last("jobs");
     options.jobs = jobs ? JobsFrom(*jobs) : JobsByDefault();
+    return options;
+}
+
+int RunPictures(const Arguments& arguments, FramesOptions options) {
+    const std::string to = *arguments.Last("OUT");
+    Refuse(arguments, {"codec", "crf", "pix-fmt"}, "videos", to);
+    if (Lower(std::filesystem::path(to).extension().string()) != ".dpx")
+        Refuse(arguments, {"endian", "transfer"}, "DPX files", to);
+    DepthFor(to, Depth::U8);  // a suffix that cannot be written is told first
     const auto wanted = arguments.Last("frames");
     const FrameRange range = wanted ? FrameRange::Parse(*wanted) : FrameRange();
     const Missing missing = arguments.Is("missing", "skip")      ? Missing::Skip
                             : arguments.Is("missing", "nearest") ? Missing::Nearest
                                                                  : Missing::Error;
-    ForceCpu(arguments);
-    const std::string to = *arguments.Last("OUT");
-    RequireDpx(arguments, to);
-    DepthFor(to, Depth::U8);  // a suffix that cannot be written is told first
 
     const Sequence sequence = FindSequence(*arguments.Last("IN"), wanted.has_value());
     const FrameName& in = sequence.name;
@@ -183,6 +203,35 @@ int Run(const Arguments& arguments) {
     return TellMissing(plan);
 }
 
+int RunVideo(const Arguments& arguments, const FramesOptions& options) {
+    const std::filesystem::path out = *arguments.Last("OUT");
+    Refuse(arguments, {"depth", "endian", "transfer"}, "pictures", out);
+    Refuse(arguments, {"frames", "missing", "skip-existing", "manifest"}, "sequences", out);
+    const EncodingWishes wishes{arguments.Last("codec"), arguments.Last("crf"),
+                                arguments.Last("pix-fmt")};
+    const Chain chain = ChainFrom(arguments);
+    RemoveDeadTemporaryFiles(out.has_parent_path() ? out.parent_path() : ".");
+    const VideoReport report = RenderVideo(chain, *arguments.Last("IN"), out, wishes, options,
+                                           [&](const std::string& text) {
+                                               if (!options.quiet) PrintNote(text);
+                                           });
+    SavePresetIfAsked(arguments, chain);
+    if (options.quiet) return 0;
+    const RenderReport& picture = report.frames.picture;
+    PrintNotes(picture);
+    std::cout << out.string() << ": " << FramesText(report.frames.rendered) << ", " << picture.width
+              << " x " << picture.height << ", " << report.rate << " a second, " << report.codec
+              << ' ' << report.pixels << ", " << WayText(picture, chain) << '\n';
+    return 0;
+}
+
+int Run(const Arguments& arguments) {
+    const FramesOptions options = FramesOptionsFrom(arguments);
+    ForceCpu(arguments);
+    return IsVideoName(*arguments.Last("OUT")) ? RunVideo(arguments, options)
+                                               : RunPictures(arguments, options);
+}
+
 }  // namespace
 
 Verb RenderVerb() {
@@ -190,8 +239,7 @@ Verb RenderVerb() {
             "Examples:\n"
             "  zelfx render in.dpx out.dpx -e color_balance -s highlights.red=12.5\n"
             "  zelfx render shot.####.dpx out/shot.####.dpx -p look.json --skip-existing\n"
-            "Exit status: 0 done, 1 failed, 2 wrong usage, 3 bad input, 4 effect failed,\n"
-            "5 frames missing; on SIGINT and SIGTERM the frames under way are finished.",
+            "Exit: 0 done, 1 failed, 2 wrong usage, 3 bad input, 4 effect failed, 5 missing",
             Run};
 }
 
