@@ -95,6 +95,12 @@ FrameName::FrameName(fs::path folder, std::string before, int digits, std::strin
       m_behind(std::move(behind)),
       m_digits(digits) {}
 
+FrameName FrameName::In(const fs::path& folder) const {
+    FrameName name = *this;
+    name.m_folder = folder;
+    return name;
+}
+
 fs::path FrameName::Of(std::int64_t number) const {
     if (m_style == Style::Literal) return m_folder / m_before;
     const std::string digits = std::to_string(number < 0 ? -number : number);
@@ -116,6 +122,16 @@ std::optional<std::int64_t> FrameName::NumberOf(std::string_view fileName) const
     if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
     if (Of(number).filename().string() != fileName) return std::nullopt;
     return number;
+}
+
+bool FrameName::Names(const fs::path& file) const {
+    const auto folderOf = [](const fs::path& folder) {
+        return folder.empty() ? fs::path(".") : folder;
+    };
+    std::error_code ignored;
+    const std::string name = file.filename().string();
+    return (HasPlace() ? NumberOf(name).has_value() : name == m_before) &&
+           fs::equivalent(folderOf(m_folder), folderOf(file.parent_path()), ignored);
 }
 
 std::string FrameName::Text() const {

@@ -27,12 +27,18 @@ public:
 
     FrameName(std::filesystem::path folder, std::string before, int digits, std::string behind);
 
+    /// The same in another folder.
+    FrameName In(const std::filesystem::path& folder) const;
+
     /// The file of a frame. Numbers wider than the place take what they need.
     std::filesystem::path Of(std::int64_t number) const;
 
     /// The frame whose file has that name, in the same folder; null for another's. The
     /// names of a sequence are those that Of() makes: "a.7.png" is no "a.####.png".
     std::optional<std::int64_t> NumberOf(std::string_view fileName) const;
+
+    /// True when that path, however it is written, is the file of some frame.
+    bool Names(const std::filesystem::path& file) const;
 
     bool HasPlace() const { return m_style != Style::Literal; }
     const std::filesystem::path& Folder() const { return m_folder; }

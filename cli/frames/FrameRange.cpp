@@ -20,6 +20,7 @@ public:
     explicit Reader(std::string_view text) : m_rest(text) {}
 
     std::optional<std::int64_t> Number() {
+        SkipBlanks();
         std::size_t length = m_rest.starts_with('-');
         const std::size_t sign = length;
         while (length < m_rest.size() && m_rest[length] >= '0' && m_rest[length] <= '9') ++length;
@@ -31,14 +32,22 @@ public:
     }
 
     bool Take(char c) {
+        SkipBlanks();
         if (!m_rest.starts_with(c)) return false;
         m_rest.remove_prefix(1);
         return true;
     }
 
-    bool AtEnd() const { return m_rest.empty(); }
+    bool AtEnd() {
+        SkipBlanks();
+        return m_rest.empty();
+    }
 
 private:
+    void SkipBlanks() {
+        m_rest.remove_prefix(std::min(m_rest.find_first_not_of(' '), m_rest.size()));
+    }
+
     std::string_view m_rest;
 };
 
@@ -49,10 +58,8 @@ private:
 }  // namespace
 
 FrameRange FrameRange::Parse(const std::string& text) {
-    std::string plain = text;
-    std::erase(plain, ' ');
     FrameRange range;
-    Reader reader(plain);
+    Reader reader(text);
     do {
         const auto first = reader.Number();
         if (!first) Reject(text, "");

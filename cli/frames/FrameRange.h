@@ -14,7 +14,7 @@ public:
     /// All frames there are.
     FrameRange() = default;
 
-    /// Numbers and ranges with commas between them, blanks do not count. A range has its
+    /// Numbers and ranges with commas between them; blanks may stand around each. A range has its
     /// ends in ascending order, both included, and perhaps a step: every second from the
     /// first for x2. Numbers may be negative. Throws Error(Usage).
     static FrameRange Parse(const std::string& text);

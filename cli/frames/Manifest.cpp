@@ -1,18 +1,17 @@
 #include "cli/frames/Manifest.h"
 
 #include "headless/Error.h"
-#include "headless/Text.h"
 
 #include <openssl/evp.h>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <string_view>
-#include <utility>
 
 namespace zel {
 
@@ -20,77 +19,64 @@ namespace fs = std::filesystem;
 
 namespace {
 
+using Json = nlohmann::ordered_json;
+
+constexpr int kVersion = 1;
 constexpr std::size_t kSumDigits = 64;
+constexpr std::string_view kHexDigits = "0123456789abcdef";
 
 std::string Hex(const unsigned char* bytes, std::size_t count) {
-    constexpr std::string_view digits = "0123456789abcdef";
     std::string text;
-    for (std::size_t i = 0; i < count; ++i) text += {digits[bytes[i] >> 4], digits[bytes[i] & 15]};
+    for (std::size_t i = 0; i < count; ++i)
+        text += {kHexDigits[bytes[i] >> 4], kHexDigits[bytes[i] & 15]};
     return text;
 }
 
-/// Names with line breaks and backslashes as sha256sum writes them; a line with such a
-/// name starts with a backslash.
-constexpr std::pair<char, char> kEscapes[] = {{'\\', '\\'}, {'\n', 'n'}, {'\r', 'r'}};
-
-std::string Escaped(const std::string& name) {
-    std::string text;
-    for (const char c : name) {
-        const auto* escape = std::ranges::find(kEscapes, c, &std::pair<char, char>::first);
-        if (escape == std::end(kEscapes))
-            text += c;
-        else
-            text += {'\\', escape->second};
-    }
-    return text;
+fs::path WholeFolder(const fs::path& folder) {
+    return fs::weakly_canonical(fs::absolute(folder.empty() ? "." : folder));
 }
 
-std::optional<std::string> Unescaped(std::string_view text) {
-    std::string name;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '\\') {
-            name += text[i];
-            continue;
-        }
-        if (++i == text.size()) return std::nullopt;
-        const auto* escape = std::ranges::find(kEscapes, text[i], &std::pair<char, char>::second);
-        if (escape == std::end(kEscapes)) return std::nullopt;
-        name += escape->first;
-    }
-    return name;
+fs::path WholeName(const fs::path& file) {
+    return WholeFolder(file.parent_path()) / file.filename();
 }
 
-/// "# 123 bytes".
-std::optional<std::uint64_t> SizeIn(std::string_view line) {
-    if (!line.starts_with("# ")) return std::nullopt;
-    line.remove_prefix(2);
-    std::uint64_t bytes = 0;
-    const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), bytes);
-    if (error != std::errc() || std::string_view(end, line.data() + line.size()) != " bytes")
+/// True for names that can lead elsewhere than below the folder they are put behind.
+bool LeadsOut(const fs::path& name) {
+    return name.empty() || name.has_root_path() ||
+           std::ranges::any_of(name, [](const fs::path& part) { return part == ".."; });
+}
+
+/// The first thing wrong between two; empty when they are the same.
+std::string Difference(const FileFacts& found, const FileFacts& wanted) {
+    if (found.bytes != wanted.bytes)
+        return "has " + std::to_string(found.bytes) + " bytes, not " + std::to_string(wanted.bytes);
+    return found.sum == wanted.sum ? "" : "differs in its checksum";
+}
+
+bool IsSum(const std::string& text) {
+    return text.size() == kSumDigits && text.find_first_not_of(kHexDigits) == std::string::npos;
+}
+
+/// An entry of "files"; null when it is none.
+std::optional<ManifestEntry> EntryIn(const Json& json, const fs::path& folder) {
+    const auto is = [&](const char* key, auto test) {
+        return json.contains(key) && (json[key].*test)();
+    };
+    if (!json.is_object() || !is("frame", &Json::is_number_integer) ||
+        !is("name", &Json::is_string) || !is("size", &Json::is_number_unsigned) ||
+        !is("sha256", &Json::is_string) || !IsSum(json["sha256"].get<std::string>()))
         return std::nullopt;
-    return bytes;
-}
-
-/// "SUM  NAME", or "SUM *NAME".
-std::optional<ManifestEntry> EntryIn(std::string_view line) {
-    const bool escaped = line.starts_with('\\');
-    line.remove_prefix(escaped);
-    if (line.size() < kSumDigits + 3 || line[kSumDigits] != ' ' ||
-        (line[kSumDigits + 1] != ' ' && line[kSumDigits + 1] != '*'))
-        return std::nullopt;
-    ManifestEntry entry;
-    entry.sum = Lower(line.substr(0, kSumDigits));
-    if (entry.sum.find_first_not_of("0123456789abcdef") != std::string::npos) return std::nullopt;
-    const std::string_view name = line.substr(kSumDigits + 2);
-    const auto plain = escaped ? Unescaped(name) : std::string(name);
-    if (!plain) return std::nullopt;
-    entry.name = *plain;
-    return entry;
+    const auto name = json["name"].get<std::string>();
+    if (LeadsOut(name))
+        throw Error(ErrorKind::Input, "'" + name + "' is not below the folder of the manifest");
+    return ManifestEntry{json["frame"].get<std::int64_t>(),
+                         folder / name,
+                         {json["size"].get<std::uint64_t>(), json["sha256"].get<std::string>()}};
 }
 
 }  // namespace
 
-ManifestEntry EntryOf(const fs::path& file) {
+FileFacts FactsOfFile(const fs::path& file) {
     errno = 0;
     std::ifstream in(file, std::ios::binary);
     const auto fail = [&] {
@@ -102,42 +88,58 @@ ManifestEntry EntryOf(const fs::path& file) {
                                                                           EVP_MD_CTX_free);
     if (!context || EVP_DigestInit_ex(context.get(), EVP_sha256(), nullptr) != 1)
         throw Error(ErrorKind::Other, "the library for checksums refuses SHA-256");
-    ManifestEntry entry{.file = file, .name = {}, .bytes = 0, .sum = {}};
+    FileFacts facts;
     std::vector<char> block(std::size_t{1} << 18);
     do {
         in.read(block.data(), static_cast<std::streamsize>(block.size()));
         const auto count = static_cast<std::size_t>(in.gcount());
         EVP_DigestUpdate(context.get(), block.data(), count);
-        *entry.bytes += count;
+        facts.bytes += count;
     } while (in);
     if (in.bad() || !in.eof()) fail();
     std::array<unsigned char, EVP_MAX_MD_SIZE> sum{};
     unsigned size = 0;
     EVP_DigestFinal_ex(context.get(), sum.data(), &size);
-    entry.sum = Hex(sum.data(), size);
-    return entry;
+    facts.sum = Hex(sum.data(), size);
+    return facts;
 }
 
-ManifestWriter::ManifestWriter(const fs::path& manifest)
-    : m_manifest(manifest),
-      m_folder(fs::weakly_canonical(fs::absolute(manifest).parent_path())),
-      m_temporary(manifest),
-      m_out(m_temporary.Path(), std::ios::binary) {}
+// --- writing --------------------------------------------------------------------
 
-void ManifestWriter::Add(const ManifestEntry& entry) {
-    const fs::path whole =
-        fs::weakly_canonical(fs::absolute(entry.file).parent_path()) / entry.file.filename();
-    const std::string name = whole.lexically_relative(m_folder).generic_string();
-    const std::string escaped = Escaped(name);
-    m_out << "# " << *entry.bytes << " bytes\n"
-          << (escaped != name ? "\\" : "") << entry.sum << "  " << escaped << '\n';
+ManifestWriter::ManifestWriter(const fs::path& manifest, const fs::path& folder)
+    : m_manifest(manifest), m_temporary(manifest), m_out(m_temporary.Path(), std::ios::binary) {
+    m_prefix = WholeFolder(folder).lexically_relative(WholeFolder(manifest.parent_path()));
+    if (LeadsOut(m_prefix))
+        throw Error(ErrorKind::Usage, "the manifest '" + manifest.string() +
+                                          "' must be in the folder of its files, '" +
+                                          folder.string() + "', or above it");
+    m_out << "{\n  \"version\": " << kVersion << ",\n  \"files\": [";
+}
+
+void ManifestWriter::Add(std::int64_t frame, const fs::path& file, const FileFacts& facts) {
+    const std::string name = (m_prefix / file.filename()).lexically_normal().generic_string();
+    Json line;
+    line["frame"] = frame;
+    line["name"] = name;
+    line["size"] = facts.bytes;
+    line["sha256"] = facts.sum;
+    try {
+        m_out << m_separator << "\n    " << line.dump();
+    } catch (const Json::type_error&) {
+        throw Error(ErrorKind::Other,
+                    "'" + name + "' cannot stand in a manifest: the name is no UTF-8 text");
+    }
+    m_separator = ",";
 }
 
 void ManifestWriter::Finish() {
+    m_out << "\n  ]\n}\n";
     m_out.close();
     if (!m_out) throw Error(ErrorKind::Other, "cannot write '" + m_manifest.string() + "'");
-    m_temporary.Commit();
+    m_temporary.Commit(TemporaryFile::OnDisk);
 }
+
+// --- reading --------------------------------------------------------------------
 
 std::vector<ManifestEntry> ReadManifest(const fs::path& manifest) {
     const auto fail = [&](const std::string& why) {
@@ -148,24 +150,24 @@ std::vector<ManifestEntry> ReadManifest(const fs::path& manifest) {
     if (fs::is_directory(manifest, ignored)) fail("it is a folder, not a manifest");
     std::ifstream in(manifest, std::ios::binary);
     if (!in) fail(std::strerror(errno));
+    const Json json = Json::parse(in, nullptr, false);
+    if (!json.is_object() || !json.contains("version") || !json.contains("files") ||
+        !json["files"].is_array())
+        fail("it is no manifest: JSON with \"version\" and \"files\"");
+    if (json["version"] != kVersion)
+        fail("it has version " + json["version"].dump() + ", and this program knows " +
+             std::to_string(kVersion));
     std::vector<ManifestEntry> entries;
-    std::optional<std::uint64_t> bytes;
-    int number = 0;
-    for (std::string line; std::getline(in, line);) {
-        ++number;
-        if (line.empty()) continue;
-        if (line.starts_with('#')) {
-            bytes = SizeIn(line);
-            continue;
+    for (const Json& file : json["files"]) {
+        std::optional<ManifestEntry> entry;
+        try {
+            entry = EntryIn(file, manifest.parent_path());
+        } catch (const Error& e) {
+            fail(e.what());
         }
-        auto entry = EntryIn(line);
-        if (!entry) {
-            fail("line " + std::to_string(number) + " is none of a manifest: a SHA-256 sum, " +
-                 "two blanks and a name");
-            break;
-        }
-        entry->bytes = std::exchange(bytes, std::nullopt);
-        entry->file = manifest.parent_path() / entry->name;
+        if (!entry)
+            fail("file " + std::to_string(entries.size() + 1) +
+                 " of it lacks a frame, a name, a size or a SHA-256 sum");
         entries.push_back(std::move(*entry));
     }
     if (entries.empty()) fail("it lists no files");
@@ -177,14 +179,25 @@ std::string FaultOf(const ManifestEntry& entry) {
     const auto status = fs::status(entry.file, error);
     if (!fs::exists(status)) return "is missing";
     if (!fs::is_regular_file(status)) return "is no file";
+    // A file of another size needs no reading.
     const std::uint64_t bytes = fs::file_size(entry.file, error);
-    if (!error && entry.bytes && bytes != *entry.bytes)
-        return "has " + std::to_string(bytes) + " bytes, not " + std::to_string(*entry.bytes);
+    if (!error && bytes != entry.facts.bytes) return Difference({bytes, ""}, entry.facts);
     try {
-        return EntryOf(entry.file).sum == entry.sum ? "" : "differs in its checksum";
+        return Difference(FactsOfFile(entry.file), entry.facts);
     } catch (const Error& e) {
         return e.what();
     }
+}
+
+ExpectedFiles::ExpectedFiles(const fs::path& manifest) {
+    for (const ManifestEntry& entry : ReadManifest(manifest))
+        m_files.insert_or_assign(WholeName(entry.file), entry.facts);
+}
+
+std::string ExpectedFiles::FaultOf(const fs::path& file, const FileFacts& found) const {
+    const auto expected = m_files.find(WholeName(file));
+    return expected == m_files.end() ? "is not in the manifest"
+                                     : Difference(found, expected->second);
 }
 
 }  // namespace zel

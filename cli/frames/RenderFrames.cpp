@@ -16,6 +16,10 @@
 #include <new>
 #include <thread>
 
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
 namespace zel {
 
 namespace {
@@ -49,6 +53,14 @@ std::string MemoryText(int jobs, const Frame& frame) {
     return std::to_string(jobs) + (jobs == 1 ? " job" : " jobs") + ": at most " +
            std::to_string(jobs + 2) + " frames in flight, in " + std::to_string(buffers) +
            " buffers of " + MiB(bytes) + ": " + MiB(bytes * buffers);
+}
+
+/// Buffers of frames go back to the system when they are freed. Left to itself, the
+/// allocator of glibc soon holds some for every thread: several times what is in use.
+void ReturnLargeBuffers() {
+#if defined(__GLIBC__)
+    mallopt(M_MMAP_THRESHOLD, 1 << 20);
+#endif
 }
 
 class Run {
@@ -159,6 +171,7 @@ private:
 
 FramesReport RenderFrames(FrameSource& source, FrameSink& sink, const Chain& chain,
                           const FramesOptions& options) {
+    ReturnLargeBuffers();
     return Run(source, sink, chain, options)();
 }
 

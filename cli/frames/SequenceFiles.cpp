@@ -8,12 +8,12 @@ namespace zel {
 namespace fs = std::filesystem;
 
 SequenceSource::SequenceSource(std::vector<PlannedFrame> plan, FrameName in, FrameName out,
-                               const RenderOptions& options, bool keepWhole)
+                               const RenderOptions& options, Keep keep)
     : m_plan(std::move(plan)),
       m_in(std::move(in)),
       m_out(std::move(out)),
       m_options(options),
-      m_keepWhole(keepWhole) {}
+      m_keep(keep) {}
 
 std::optional<Shot> SequenceSource::Next() {
     if (m_next == m_plan.size()) return std::nullopt;
@@ -29,18 +29,22 @@ std::optional<Shot> SequenceSource::Next() {
 void SequenceSource::Load(Shot& shot) {
     if (!shot.IsRendered()) return;
     shot.picture = std::make_unique<PictureReader>(shot.in);
-    if (!m_keepWhole || !IsDone(shot)) return;
+    if (!m_keep.whole || !IsDone(shot)) return;
     shot.fate = Fate::Kept;
     shot.picture.reset();
 }
 
 bool SequenceSource::IsDone(const Shot& shot) const {
-    return IsWholePicture(shot.out, ExpectedPicture(shot.out, shot.picture->Header(), m_options));
+    const PictureShape shape = ExpectedPicture(shot.out, shot.picture->Header(), m_options);
+    return IsWholePicture(shot.out, shape) &&
+           (!m_keep.expected || m_keep.expected->FaultOf(shot.out, FactsOfFile(shot.out)).empty());
 }
 
-SequenceSink::SequenceSink(const RenderOptions& options, const std::optional<std::string>& manifest)
-    : m_options(options) {
-    if (manifest) m_manifest.emplace(*manifest);
+SequenceSink::SequenceSink(const RenderOptions& options, const ExpectedFiles* expected)
+    : m_options(options), m_expected(expected) {}
+
+void SequenceSink::ListIn(const fs::path& manifest, const fs::path& folder) {
+    m_manifest.emplace(manifest, folder);
 }
 
 void SequenceSink::Encode(Shot& shot) {
@@ -49,39 +53,66 @@ void SequenceSink::Encode(Shot& shot) {
         shot.frame.reset();  // before it waits for its turn
         shot.picture.reset();
     }
-    if (m_manifest && shot.fate != Fate::Missing) shot.entry = EntryOf(shot.out);
+    if (shot.fate != Fate::Missing && (m_manifest || m_expected))
+        shot.facts = FactsOfFile(shot.out);
 }
 
 void SequenceSink::Deliver(Shot& shot) {
-    if (m_manifest && shot.entry) m_manifest->Add(*shot.entry);
+    if (!shot.facts) return;
+    if (m_manifest) m_manifest->Add(shot.number, shot.out, *shot.facts);
+    if (!m_expected) return;
+    const std::string fault = m_expected->FaultOf(shot.out, *shot.facts);
+    if (!fault.empty()) m_faults.push_back("'" + shot.out.string() + "' " + fault);
 }
 
 void SequenceSink::Finish() {
     if (m_manifest) m_manifest->Finish();
 }
 
+namespace {
+
+/// "a/../.." leads out of a; "../a" names its folder from the start.
+bool LeadsOutOfItself(const fs::path& folder) {
+    int depth = 0;
+    for (const fs::path& part : folder) {
+        if (part == "..") {
+            if (depth > 0) return true;
+        } else if (!part.empty() && part != ".") {
+            ++depth;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
 void RequireOutputs(const std::vector<PlannedFrame>& plan, const FrameName& in,
                     const FrameName& out) {
-    std::error_code ignored;
-    const fs::path first = out.Of(plan.front().number);
     if (plan.size() > 1 && !out.HasPlace())
         throw Error(ErrorKind::Usage, "'" + out.Text() + "' has no place for the number of " +
                                           std::to_string(plan.size()) +
                                           " frames: write #### or %04d into its name");
-    const auto refuse = [](const fs::path& file) {
-        throw Error(ErrorKind::Usage, "cannot write '" + file.string() +
-                                          "': it belongs to the sequence that is read");
-    };
-    const auto folderOf = [](const FrameName& name) {
-        return name.Folder().empty() ? fs::path(".") : name.Folder();
-    };
-    const bool oneFolder = fs::equivalent(folderOf(in), folderOf(out), ignored);
-    for (const PlannedFrame& frame : plan) {
-        const fs::path file = out.Of(frame.number);
-        if (oneFolder && in.NumberOf(file.filename().string())) refuse(file);
-        if (in.HasPlace() && fs::equivalent(file, in.Of(frame.from), ignored)) refuse(file);
+    if (out.HasPlace() && LeadsOutOfItself(out.Folder()))
+        throw Error(ErrorKind::Usage,
+                    "'" + out.Text() + "' leads out of a folder that it names: leave out '..'");
+    if (in.HasPlace()) {
+        std::error_code ignored;
+        for (const PlannedFrame& frame : plan) {
+            const fs::path file = out.Of(frame.number);
+            if (in.Names(file) || fs::equivalent(file, in.Of(frame.from), ignored))
+                throw Error(ErrorKind::Usage, "cannot write '" + file.string() +
+                                                  "': it belongs to the sequence that is read");
+        }
     }
-    const TemporaryFile writable(first);
+    const TemporaryFile writable(out.Of(plan.front().number));
+}
+
+void RequireBeside(const fs::path& file, const FrameName& in, const FrameName& out) {
+    for (const FrameName* name : {&in, &out})
+        if (name->Names(file))
+            throw Error(ErrorKind::Usage,
+                        "'" + file.string() + "' is a frame of '" + name->Text() +
+                            "': give another name for what is written beside the frames");
 }
 
 }  // namespace zel

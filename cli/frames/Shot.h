@@ -29,8 +29,8 @@ struct Shot {
     std::unique_ptr<PictureSource> picture;  // null until Load, where opening takes time
     std::unique_ptr<Frame> frame;            // pixels read, then rendered
     RenderReport report{};
-    double milliseconds = 0;             // reading, rendering and encoding
-    std::optional<ManifestEntry> entry;  // of its output, where a manifest is written
+    double milliseconds = 0;         // reading, rendering and encoding
+    std::optional<FileFacts> facts;  // of its output, where a manifest is written or asked
 
     bool IsRendered() const { return fate == Fate::Rendered || fate == Fate::Nearest; }
 };

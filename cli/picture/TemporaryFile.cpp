@@ -134,7 +134,13 @@ TemporaryFile::~TemporaryFile() {
     Close();
 }
 
-void TemporaryFile::Commit() {
+void TemporaryFile::Commit(Safety safety) {
+#if !defined(_WIN32)
+    if (safety == OnDisk && m_lock >= 0 && fsync(m_lock) != 0)
+        FailToWrite(m_target, std::strerror(errno));
+#else
+    (void)safety;
+#endif
     std::error_code error;
     fs::rename(m_path, m_target, error);
     if (error) FailToWrite(m_target, error.message());

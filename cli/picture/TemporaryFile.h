@@ -20,8 +20,10 @@ public:
 
     const std::filesystem::path& Path() const { return m_path; }
 
+    enum Safety { InCache, OnDisk };  // OnDisk: the content outlives a power cut
+
     /// Renames to the target, replacing what was there. Throws Error(Other).
-    void Commit();
+    void Commit(Safety safety = InCache);
 
 private:
     void Close();

@@ -46,7 +46,8 @@ constexpr Option kOptions[] = {
     {"--frames",        "FRAMES",      "1-100, 1-100x2, 1-20,40 (default: all)"},
     {"--missing",       "HOW",         "frames not there: error (default), skip, nearest", Option::Optional, MissingWords},
     {"--skip-existing", nullptr,       "keep outputs that are there and whole"},
-    {"--manifest",      "FILE",        "write SHA-256 sums, for 'zelfx verify'"},
+    {"--manifest",      "FILE",        "list sizes and sums, for 'zelfx verify'"},
+    {"--verify",        "MANIFEST",    "hold the outputs against an earlier run's"},
     Heading("Video"),
     {"--codec",         "NAME",        "ffmpeg's encoder (default: by OUT: ProRes, x264)"},
     {"--crf",           "N",           "quality of x264 and its kin (default: 18)"},
@@ -166,47 +167,84 @@ FramesOptions FramesOptionsFrom(const Arguments& arguments) {
     return options;
 }
 
+/// What the outputs are called: as OUT says, or as the inputs when that is a folder.
+FrameName OutputName(const std::string& to, const FrameName& in) {
+    std::error_code ignored;
+    if (!in.HasPlace()) return FrameName::Literal(to);
+    if (std::filesystem::is_directory(to, ignored)) return in.In(to);
+    return FrameName::Parse(to).value_or(FrameName::Literal(to));
+}
+
+void RequireType(const Arguments& arguments, const std::string& out) {
+    if (Lower(std::filesystem::path(out).extension().string()) != ".dpx")
+        Refuse(arguments, {"endian", "transfer"}, "DPX files", out);
+    DepthFor(out, Depth::U8);
+}
+
+/// IN may be one file of a sequence where something else asks for several frames.
+Sequence InputSequence(const std::string& in, bool ranged, const std::string& to) {
+    std::error_code ignored;
+    const bool several = ranged || std::filesystem::is_directory(to, ignored) ||
+                         (FrameName::Parse(to) && !FrameName::Parse(in));
+    return FindSequence(in, several);
+}
+
 int RunPictures(const Arguments& arguments, FramesOptions options) {
     const std::string to = *arguments.Last("OUT");
     Refuse(arguments, {"codec", "crf", "pix-fmt"}, "videos", to);
-    if (Lower(std::filesystem::path(to).extension().string()) != ".dpx")
-        Refuse(arguments, {"endian", "transfer"}, "DPX files", to);
-    DepthFor(to, Depth::U8);  // a suffix that cannot be written is told first
     const auto wanted = arguments.Last("frames");
     const FrameRange range = wanted ? FrameRange::Parse(*wanted) : FrameRange();
     const Missing missing = arguments.Is("missing", "skip")      ? Missing::Skip
                             : arguments.Is("missing", "nearest") ? Missing::Nearest
                                                                  : Missing::Error;
+    std::error_code ignored;
+    // A suffix that cannot be written is told before anything of the input.
+    if (!std::filesystem::is_directory(to, ignored)) RequireType(arguments, to);
 
-    const Sequence sequence = FindSequence(*arguments.Last("IN"), wanted.has_value());
+    const Sequence sequence = InputSequence(*arguments.Last("IN"), wanted.has_value(), to);
     const FrameName& in = sequence.name;
-    const FrameName out =
-        (in.HasPlace() ? FrameName::Parse(to) : std::nullopt).value_or(FrameName::Literal(to));
+    const FrameName out = OutputName(to, in);
     const std::vector<PlannedFrame> plan = PlanFrames(sequence, range, missing);
+    RequireType(arguments, out.Of(plan.front().number).string());
     RequireOutputs(plan, in, out);
+    for (const char* option : {"manifest", "log"})
+        if (const auto file = arguments.Last(option)) RequireBeside(*file, in, out);
+    std::optional<ExpectedFiles> expected;
+    if (const auto manifest = arguments.Last("verify")) expected.emplace(*manifest);
     const Chain chain = ChainFrom(arguments);
 
+    const std::filesystem::path folder = out.Folder().empty() ? "." : out.Folder();
     if (in.HasPlace()) {
-        RemoveDeadTemporaryFiles(out.Folder().empty() ? "." : out.Folder());
+        RemoveDeadTemporaryFiles(folder);
         SetThreadsPerPicture(1);
     }
     options.total = static_cast<std::int64_t>(plan.size());
     options.jobs = static_cast<int>(std::min<std::int64_t>(options.jobs, options.total));
-    SequenceSource source(plan, in, out, options.render, arguments.Has("skip-existing"));
-    SequenceSink sink(options.render, arguments.Last("manifest"));
+    const ExpectedFiles* asManifest = expected ? &*expected : nullptr;
+    SequenceSource source(plan, in, out, options.render,
+                          {.whole = arguments.Has("skip-existing"), .expected = asManifest});
+    SequenceSink sink(options.render, asManifest);
+    if (const auto manifest = arguments.Last("manifest")) sink.ListIn(*manifest, folder);
     const FramesReport report = RenderFrames(source, sink, chain, options);
     SavePresetIfAsked(arguments, chain);
     if (!options.quiet) {
         PrintNotes(report.picture);
+        if (range.GoesBeyond(sequence.numbers.front(), sequence.numbers.back()))
+            PrintNote("'" + in.Text() + "' has frames " + std::to_string(sequence.numbers.front()) +
+                      " to " + std::to_string(sequence.numbers.back()) +
+                      ": the range was clipped to them");
         PrintResult(out, report, chain);
     }
-    return TellMissing(plan);
+    for (const std::string& fault : sink.Faults()) std::cerr << "zelfx: " << fault << '\n';
+    const int status = TellMissing(plan);
+    return sink.Faults().empty() ? status : static_cast<int>(ErrorKind::Other);
 }
 
 int RunVideo(const Arguments& arguments, const FramesOptions& options) {
     const std::filesystem::path out = *arguments.Last("OUT");
     Refuse(arguments, {"depth", "endian", "transfer"}, "pictures", out);
-    Refuse(arguments, {"frames", "missing", "skip-existing", "manifest"}, "sequences", out);
+    Refuse(arguments, {"frames", "missing", "skip-existing", "manifest", "verify"}, "sequences",
+           out);
     const EncodingWishes wishes{arguments.Last("codec"), arguments.Last("crf"),
                                 arguments.Last("pix-fmt")};
     const Chain chain = ChainFrom(arguments);
@@ -239,7 +277,8 @@ Verb RenderVerb() {
             "Examples:\n"
             "  zelfx render in.dpx out.dpx -e color_balance -s highlights.red=12.5\n"
             "  zelfx render shot.####.dpx out/shot.####.dpx -p look.json --skip-existing\n"
-            "Exit: 0 done, 1 failed, 2 wrong usage, 3 bad input, 4 effect failed, 5 missing",
+            "Exit: 0 done, 1 failed, 2 wrong usage, 3 bad input, 4 effect failed, 5 missing,\n"
+            "  130 or 143 interrupted: the frames under way were finished",
             Run};
 }
 

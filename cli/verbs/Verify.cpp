@@ -13,7 +13,7 @@ namespace {
 
 // clang-format off
 constexpr Option kOptions[] = {
-    {"MANIFEST",   "",      "of 'zelfx render --manifest' or of sha256sum", Option::Many},
+    {"MANIFEST",   "",      "of 'zelfx render --manifest'; several may follow", Option::Many},
     {"--json",     nullptr, "print what is wrong as JSON"},
     {"-q,--quiet", nullptr, "print nothing but what is wrong"},
 };
@@ -49,7 +49,7 @@ int Run(const Arguments& arguments) {
 Verb VerifyVerb() {
     return {"verify", "Check rendered files against a manifest", kOptions,
             "Example:\n"
-            "  zelfx verify out/manifest.sha256\n"
+            "  zelfx verify out/manifest.json\n"
             "Exit status: 0 all are whole, 1 some are not, 2 wrong usage, 3 no manifest",
             Run};
 }

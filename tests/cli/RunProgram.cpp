@@ -5,10 +5,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <stdexcept>
+#include <utility>
 
 namespace zel::test {
 
@@ -19,11 +20,6 @@ constexpr int kNotStarted = 127;
 // For programs built with the leak sanitizer: leaks that are none of ours.
 constexpr const char* kLeakOptions =
     "print_suppressions=0:suppressions=" ZEL_SOURCE_ROOT "/tests/cli/leaks.supp";
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
 
 std::string ContentOf(std::FILE* file) {
     std::string text;
@@ -49,20 +45,40 @@ std::string ContentOf(std::FILE* file) {
 
 }  // namespace
 
-Outcome RunProgram(const std::vector<std::string>& command, const RunOptions& options) {
-    // Files rather than pipes: neither side can make the other wait.
-    const File out(std::tmpfile()), err(std::tmpfile());
-    if (!out || !err) throw std::runtime_error("no temporary file for a program's output");
-    const pid_t child = fork();
-    if (child == 0) BecomeProgram(command, options, fileno(out.get()), fileno(err.get()));
+// Files rather than pipes: neither side can make the other wait.
+RunningProgram::RunningProgram(const std::vector<std::string>& command, const RunOptions& options)
+    : m_name(command[0]), m_out(std::tmpfile()), m_err(std::tmpfile()) {
+    if (!m_out || !m_err) throw std::runtime_error("no temporary file for a program's output");
+    m_pid = fork();
+    if (m_pid == 0) BecomeProgram(command, options, fileno(m_out), fileno(m_err));
+    if (m_pid < 0) throw std::runtime_error("cannot start a child process");
+}
+
+RunningProgram::~RunningProgram() {
+    if (m_pid > 0) {
+        Signal(SIGKILL);
+        waitpid(m_pid, nullptr, 0);
+    }
+    std::fclose(m_out);
+    std::fclose(m_err);
+}
+
+void RunningProgram::Signal(int signal) const { kill(m_pid, signal); }
+
+Outcome RunningProgram::Wait() {
     int status = 0;
     rusage usage{};
+    const pid_t child = std::exchange(m_pid, -1);
     if (child < 0 || wait4(child, &status, 0, &usage) != child)
-        throw std::runtime_error("cannot start a child process");
+        throw std::runtime_error("there is no child process to wait for");
     if (WIFEXITED(status) && WEXITSTATUS(status) == kNotStarted)
-        throw std::runtime_error("the program '" + command[0] + "' is missing or does not start");
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), ContentOf(out.get()),
-            ContentOf(err.get()), usage.ru_maxrss};
+        throw std::runtime_error("the program '" + m_name + "' is missing or does not start");
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), ContentOf(m_out),
+            ContentOf(m_err), usage.ru_maxrss};
+}
+
+Outcome RunProgram(const std::vector<std::string>& command, const RunOptions& options) {
+    return RunningProgram(command, options).Wait();
 }
 
 }  // namespace zel::test

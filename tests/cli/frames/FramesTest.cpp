@@ -1,0 +1,71 @@
+#include "tests/cli/frames/FramesTest.h"
+
+#include <cstdio>
+
+namespace zel::test {
+
+namespace {
+
+std::string FrameFile(int number) {
+    char name[40];
+    std::snprintf(name, sizeof name, "shot.%04d.png", number);
+    return name;
+}
+
+}  // namespace
+
+FramesTest::FramesTest() {
+    for (const char* folder : {"in", "out"}) fs::create_directory(In(folder));
+}
+
+void FramesTest::MakeFrames(int count, const std::string& size) const {
+    Tool({"ffmpeg", "-v", "error", "-f", "lavfi", "-i",
+          "testsrc2=s=" + size + ":r=1,noise=alls=40:allf=t", "-frames:v", std::to_string(count),
+          "-pix_fmt", "rgb48be", "in/shot.%04d.png"});
+}
+
+void FramesTest::MakeEqualFrames(int count, const std::string& size) const {
+    Tool({"ffmpeg", "-v", "error", "-f", "lavfi", "-i", "nullsrc=s=" + size + ",noise=alls=99",
+          "-frames:v", "1", "-pix_fmt", "rgb48be", "in/shot.0001.png"});
+    for (int i = 2; i <= count; ++i)
+        fs::create_hard_link(In("in") / FrameFile(1), In("in") / FrameFile(i));
+}
+
+Words FramesTest::Command(const std::string& in, const std::string& out, const Words& more) const {
+    Words words{"render", in, out, "-e", "color_balance"};
+    for (const Words& added : {VividOptions(), more})
+        words.insert(words.end(), added.begin(), added.end());
+    return words;
+}
+
+Outcome FramesTest::RenderFrames(const std::string& in, const std::string& out,
+                                 const Words& more) const {
+    return Zelfx(Command(in, out, more));
+}
+
+Files FramesTest::RenderedAlone(int count) const {
+    fs::create_directory(In("alone"));
+    for (int i = 1; i <= count; ++i)
+        Render("in/" + FrameFile(i), "alone/" + FrameFile(i), VividOptions());
+    return FilesIn("alone");
+}
+
+Files FramesTest::FilesIn(const std::string& folder) const {
+    Files files;
+    for (const auto& entry : fs::directory_iterator(In(folder)))
+        files[entry.path().filename().string()] = ReadFile(entry.path());
+    return files;
+}
+
+std::string FramesTest::OutputFrames() const {
+    std::string numbers;
+    for (const auto& [name, content] : FilesIn("out")) {
+        int number = 0;
+        EXPECT_EQ(std::sscanf(name.c_str(), "shot.%d.png", &number), 1) << name;
+        EXPECT_EQ(name, FrameFile(number));
+        numbers += (numbers.empty() ? "" : " ") + std::to_string(number);
+    }
+    return numbers;
+}
+
+}  // namespace zel::test
