@@ -12,14 +12,24 @@ namespace zel {
 
 namespace {
 
-void AddPreset(Chain& chain, const std::string& file, Personality host) {
+/// The host that the effects of a chain see.
+struct Host {
+    Personality personality;
+    std::optional<Isolation> isolation;
+};
+
+ChainLink& AddLink(Chain& chain, const std::filesystem::path& module, const Host& host) {
+    return chain.emplace_back(module, host.personality, host.isolation);
+}
+
+void AddPreset(Chain& chain, const std::string& file, const Host& host) {
     const Preset preset = LoadPreset(file);
     // A name, never a path: a preset from elsewhere must not choose a file to load.
     std::string name = preset.effect;
     std::ranges::replace_if(
         name, [](char c) { return c == '/' || c == '\\' || c == '.'; }, ' ');
     try {
-        chain.emplace_back(FindModule(name), host);
+        AddLink(chain, FindModule(name), host);
     } catch (const Error& e) {
         throw Error(e.Kind(), "preset '" + file + "': " + e.what());
     }
@@ -31,13 +41,13 @@ bool IsPresetFile(const std::string& look) {
 }
 
 /// The link for --effect: the last of the chain that is this effect, else a new one.
-ChainLink& LinkOf(Chain& chain, const std::string& effect, Personality host) {
+ChainLink& LinkOf(Chain& chain, const std::string& effect, const Host& host) {
     const auto module = FindModule(effect);
     const auto found = std::find_if(chain.rbegin(), chain.rend(), [&](const ChainLink& link) {
         std::error_code ignored;
         return std::filesystem::equivalent(link.session.File(), module, ignored);
     });
-    return found != chain.rend() ? *found : chain.emplace_back(module, host);
+    return found != chain.rend() ? *found : AddLink(chain, module, host);
 }
 
 std::string SettingOf(const ParameterValues& values) {
@@ -63,14 +73,14 @@ std::string Joined(const Chain& chain, const char* between, Text textOf) {
 }  // namespace
 
 Chain ChainFrom(const Arguments& arguments) {
-    const Personality host =
-        arguments.Is("host", "ae") ? Personality::AfterEffects : Personality::Premiere;
+    const Host host{arguments.Is("host", "ae") ? Personality::AfterEffects : Personality::Premiere,
+                    IsolationFrom(arguments)};
     Chain chain;
     for (const std::string& look : arguments.All("LOOK")) {
         if (IsPresetFile(look))
             AddPreset(chain, look, host);
         else
-            chain.emplace_back(FindModule(look), host);
+            AddLink(chain, FindModule(look), host);
     }
     for (const std::string& file : arguments.All("preset")) AddPreset(chain, file, host);
     const auto effect = arguments.Last("effect");

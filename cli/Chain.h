@@ -3,7 +3,7 @@
 /// The look that a command line asks for: effects in a row, each with its setting. What
 /// verbs that take a look have in common.
 
-#include "cli/Options.h"
+#include "cli/Isolate.h"
 #include "headless/EffectSession.h"
 
 #include <deque>
@@ -16,8 +16,9 @@ struct ChainLink {
     EffectSession session;
     ParameterValues values;
 
-    ChainLink(const std::filesystem::path& module, Personality host)
-        : session(module, host), values(session.Params()) {}
+    ChainLink(const std::filesystem::path& module, Personality host,
+              const std::optional<Isolation>& isolation)
+        : session(module, host, isolation), values(session.Params()) {}
     ChainLink(const ChainLink&) = delete;
     ChainLink& operator=(const ChainLink&) = delete;
 };
@@ -38,7 +39,7 @@ inline constexpr Option kToLogOption     {"--linear-to-log", nullptr,       "Log
 /// The chain of the arguments: first what stands at LOOK (effects, or presets: *.json),
 /// then every --preset. An --effect that none of these is comes last. --set and the
 /// direction of Log/Linear Conversion act on --effect, else on the last. --host is the
-/// editor to play. Throws Error.
+/// editor to play; --isolate gives every effect a process. Throws Error.
 Chain ChainFrom(const Arguments& arguments);
 
 /// Does --save-preset, if it was given.

@@ -6,6 +6,7 @@
 #include "headless/Error.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <new>
@@ -19,9 +20,16 @@ void FlushResults() {
         throw zel::Error(zel::ErrorKind::Other, "cannot write to standard output");
 }
 
-}  // namespace
+bool returned = false;
 
-int main(int argc, char** argv) {
+/// An effect that calls exit() must not look like success.
+void RefuseEarlyExit() {
+    if (returned) return;
+    std::fputs("zelfx: the effect has ended the program\n", stderr);
+    std::_Exit(static_cast<int>(zel::ErrorKind::Module));
+}
+
+int Run(int argc, char** argv) {
     try {
         const int status = zel::RunVerbs(zel::AllVerbs(), argc, argv);
         FlushResults();
@@ -38,4 +46,13 @@ int main(int argc, char** argv) {
         std::cerr << "zelfx: unexpected: " << e.what() << '\n';
     }
     return static_cast<int>(zel::ErrorKind::Other);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::atexit(RefuseEarlyExit);
+    const int status = Run(argc, argv);
+    returned = true;
+    return status;
 }

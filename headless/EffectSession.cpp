@@ -1,6 +1,7 @@
 #include "headless/EffectSession.h"
 
 #include "abi/HostCodes.h"
+#include "headless/EffectProcess.h"
 #include "headless/Error.h"
 #include "headless/Text.h"
 
@@ -12,12 +13,12 @@ namespace zel {
 
 namespace {
 
-struct CommandName {
+struct NamedCommand {
     PF_Cmd command;
     const char* name;
 };
 
-constexpr CommandName kCommandNames[] = {
+constexpr NamedCommand kCommands[] = {
     {PF_Cmd_ABOUT, "ABOUT"},
     {PF_Cmd_GLOBAL_SETUP, "GLOBAL_SETUP"},
     {PF_Cmd_GLOBAL_SETDOWN, "GLOBAL_SETDOWN"},
@@ -26,11 +27,6 @@ constexpr CommandName kCommandNames[] = {
     {PF_Cmd_SEQUENCE_SETDOWN, "SEQUENCE_SETDOWN"},
     {PF_Cmd_RENDER, "RENDER"},
 };
-
-std::string NameOf(PF_Cmd command) {
-    const auto* found = std::ranges::find(kCommandNames, command, &CommandName::command);
-    return found == std::end(kCommandNames) ? std::to_string(command) : found->name;
-}
 
 std::string MessageOf(const PF_OutData& out) {
     return {std::begin(out.return_msg), std::ranges::find(out.return_msg, '\0')};
@@ -62,8 +58,26 @@ HostWorld MakeWorld(Frame& frame) {
 
 }  // namespace
 
-EffectSession::EffectSession(const std::filesystem::path& module, Personality personality)
-    : m_module(module), m_personality(personality) {
+std::string CommandName(PF_Cmd command) {
+    const auto* found = std::ranges::find(kCommands, command, &NamedCommand::command);
+    return found == std::end(kCommands) ? std::to_string(command) : found->name;
+}
+
+EffectSession::EffectSession(const std::filesystem::path& module, Personality personality,
+                             const std::optional<Isolation>& isolation)
+    : EffectSession(module, personality, isolation ? &*isolation : nullptr, nullptr) {}
+
+EffectSession::EffectSession(const std::filesystem::path& module, Personality personality,
+                             const Isolation* isolation, PF_Cmd* running)
+    : m_file(module), m_personality(personality), m_running(running) {
+    if (isolation) {
+        EffectProcess::Description effect;
+        m_process = std::make_unique<EffectProcess>(module, personality, *isolation, effect);
+        m_name = std::move(effect.name);
+        m_registration = std::move(effect.registration);
+        return;
+    }
+    m_module.emplace(module);
     try {
         SetUp();
     } catch (...) {
@@ -100,9 +114,9 @@ void EffectSession::SetUp() {
         const PF_Err code = Send(command, in, m_out, nullptr, nullptr);
         if (code == PF_Err_NONE) return;
         const std::string message = OneLine(MessageOf(m_out));
-        throw Error(ErrorKind::Module, "'" + File().string() + "' answered " + NameOf(command) +
-                                           " with error " + std::to_string(code) +
-                                           (message.empty() ? "" : ": " + message));
+        throw Error(ErrorKind::Module,
+                    "'" + File().string() + "' answered " + CommandName(command) + " with error " +
+                        std::to_string(code) + (message.empty() ? "" : ": " + message));
     };
     send(PF_Cmd_GLOBAL_SETUP);
     m_owed.push_back(PF_Cmd_GLOBAL_SETDOWN);
@@ -120,9 +134,10 @@ void EffectSession::SetUp() {
 
 PF_Err EffectSession::Send(PF_Cmd command, PF_InData& in, PF_OutData& out, PF_ParamDef** params,
                            PF_LayerDef* output) const {
+    if (m_running) *m_running = command;
     std::string thrown;
     try {
-        return m_module.Entry()(command, &in, &out, params, output, nullptr);
+        return m_module->Entry()(command, &in, &out, params, output, nullptr);
     } catch (int code) {
         thrown = "the number " + std::to_string(code);
     } catch (const std::exception& e) {
@@ -131,7 +146,7 @@ PF_Err EffectSession::Send(PF_Cmd command, PF_InData& in, PF_OutData& out, PF_Pa
         thrown = "an object of unknown type";
     }
     throw Error(ErrorKind::Module,
-                "'" + File().string() + "' threw out of " + NameOf(command) + ": " + thrown);
+                "'" + File().string() + "' threw out of " + CommandName(command) + ": " + thrown);
 }
 
 void EffectSession::RequireFormat(const FormatFacts& format) const {
@@ -150,13 +165,19 @@ void EffectSession::RequireFormat(const FormatFacts& format) const {
 
 RenderResult EffectSession::Render(Frame& destination, Frame& source,
                                    const ParameterValues& values) const {
+    return m_process ? m_process->Render(destination, source, values.Records())
+                     : Render(destination, source, values.Records());
+}
+
+RenderResult EffectSession::Render(Frame& destination, Frame& source,
+                                   std::span<const PF_ParamDef> values) const {
     HostWorld input = MakeWorld(source), output = MakeWorld(destination);
 
     // Parameter 0 is the input layer; the list ends with a null pointer.
     std::vector<PF_ParamDef> records(1);
     records[0].param_type = PF_Param_LAYER;
     records[0].u.ld = input.layer;
-    records.insert(records.end(), values.Records().begin(), values.Records().end());
+    records.insert(records.end(), values.begin(), values.end());
     std::vector<PF_ParamDef*> params;
     for (PF_ParamDef& record : records) params.push_back(&record);
     params.push_back(nullptr);

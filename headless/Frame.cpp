@@ -34,16 +34,28 @@ int RowBytesFor(const FormatFacts& facts, int width, int height) {
 }  // namespace
 
 void Frame::Free::operator()(std::byte* p) const {
-    ::operator delete[](p, std::align_val_t{kAlignment});
+    if (owned) ::operator delete[](p, std::align_val_t{kAlignment});
 }
+
+std::size_t Frame::PixelBytes(PrPixelFormat format, int width, int height) {
+    return static_cast<std::size_t>(RowBytesFor(FactsOf(format), width, height)) *
+           static_cast<std::size_t>(height);
+}
+
+Frame::Frame(PrPixelFormat format, int width, int height, std::byte* pixels)
+    : m_facts(&FactsOf(format)),
+      m_width(width),
+      m_height(height),
+      m_rowBytes(RowBytesFor(*m_facts, width, height)),
+      m_pixels(pixels, Free{.owned = false}) {}
 
 Frame::Frame(PrPixelFormat format, int width, int height)
     : m_facts(&FactsOf(format)),
       m_width(width),
       m_height(height),
-      m_rowBytes(RowBytesFor(*m_facts, width, height)) {
-    const std::size_t bytes =
-        static_cast<std::size_t>(m_rowBytes) * static_cast<std::size_t>(height) + kSlack;
+      m_rowBytes(RowBytesFor(*m_facts, width, height)),
+      m_pixels(nullptr, Free{.owned = true}) {
+    const std::size_t bytes = PixelBytes(format, width, height) + kSlack;
     m_pixels.reset(static_cast<std::byte*>(
         ::operator new[](bytes, std::align_val_t{kAlignment}, std::nothrow)));
     if (!m_pixels)

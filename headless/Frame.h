@@ -21,6 +21,12 @@ public:
     /// interface can express, or there is no memory.
     Frame(PrPixelFormat format, int width, int height);
 
+    /// A frame of that size and layout over memory that somebody else owns.
+    Frame(PrPixelFormat format, int width, int height, std::byte* pixels);
+
+    /// Bytes from the first row to behind the last. Throws Error(Other) as above.
+    static std::size_t PixelBytes(PrPixelFormat format, int width, int height);
+
     const FormatFacts& Format() const { return *m_facts; }
     int Width() const { return m_width; }
     int Height() const { return m_height; }
@@ -31,6 +37,7 @@ public:
 
 private:
     struct Free {
+        bool owned;
         void operator()(std::byte* p) const;
     };
 

@@ -19,10 +19,15 @@ Registration& RegistrationOf(PF_ProgPtr effectRef) {
 
 // --- interaction --------------------------------------------------------------
 
+/// Far beyond what anybody could set; an effect that goes on and on meets an end.
+constexpr std::size_t kMostRegistered = 10000;
+
 PF_Err AddParam(PF_ProgPtr effectRef, PF_ParamIndex index, PF_ParamDef* def) {
     constexpr PF_ParamIndex kAppend = -1;
     if (!def || index != kAppend) return PF_Err_INVALID_INDEX;
-    RegistrationOf(effectRef).parameters.Add(*def);
+    Parameters& parameters = RegistrationOf(effectRef).parameters;
+    if (parameters.All().size() == kMostRegistered) return PF_Err_OUT_OF_MEMORY;
+    parameters.Add(*def);
     return PF_Err_NONE;
 }
 
@@ -130,7 +135,9 @@ PF_UtilCallbacks MakeUtilCallbacks() {
 // --- suites -------------------------------------------------------------------
 
 PF_Err AddSupportedPixelFormat(PF_ProgPtr effectRef, PrPixelFormat format) {
-    RegistrationOf(effectRef).formats.push_back(format);
+    std::vector<PrPixelFormat>& formats = RegistrationOf(effectRef).formats;
+    if (formats.size() == kMostRegistered) return PF_Err_OUT_OF_MEMORY;
+    formats.push_back(format);
     return PF_Err_NONE;
 }
 

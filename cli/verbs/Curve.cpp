@@ -30,6 +30,8 @@ constexpr Option kOptions[] = {
     kToLinearOption,
     kToLogOption,
     kSavePresetOption,
+    kIsolateOption,
+    kIsolateLimitOption,
 };
 // clang-format on
 

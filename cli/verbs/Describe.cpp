@@ -1,6 +1,7 @@
 /// zelfx describe: the parameters of an effect, as its module registers them.
 
 #include "cli/EffectFinder.h"
+#include "cli/Isolate.h"
 #include "cli/Json.h"
 #include "cli/Settings.h"
 #include "cli/verbs/Verbs.h"
@@ -20,6 +21,8 @@ constexpr Option kOptions[] = {
     {"EFFECT",  "",      "effect name, module name or module file", Option::Required},
     {"--json",  nullptr, "print as JSON"},
     {"--names", nullptr, "print what to call its parameters, one a line"},
+    kIsolateOption,
+    kIsolateLimitOption,
 };
 // clang-format on
 
@@ -97,7 +100,8 @@ std::string TypedPath(const std::string& path) {
 }
 
 int Run(const Arguments& arguments) {
-    const EffectSession session(FindModule(*arguments.Last("EFFECT")), Personality::Premiere);
+    const EffectSession session(FindModule(*arguments.Last("EFFECT")), Personality::Premiere,
+                                IsolationFrom(arguments));
     if (arguments.Has("json"))
         PrintJson(session);
     else if (arguments.Has("names"))

@@ -27,6 +27,8 @@ constexpr Option kOptions[] = {
     kToLinearOption,
     kToLogOption,
     kSavePresetOption,
+    kIsolateOption,
+    kIsolateLimitOption,
 };
 // clang-format on
 

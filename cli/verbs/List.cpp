@@ -1,6 +1,7 @@
 /// zelfx list: the effects that are there.
 
 #include "cli/EffectFinder.h"
+#include "cli/Isolate.h"
 #include "cli/Json.h"
 #include "cli/verbs/Verbs.h"
 #include "headless/EffectSession.h"
@@ -17,6 +18,8 @@ namespace {
 constexpr Option kOptions[] = {
     {"--json", nullptr, "print as JSON"},
     {"--names", nullptr, "print what to call them, one a line"},
+    kIsolateOption,
+    kIsolateLimitOption,
 };
 
 struct Found {
@@ -27,9 +30,10 @@ struct Found {
 int Run(const Arguments& arguments) {
     std::vector<Found> effects;
     bool failed = false;
+    const auto isolation = IsolationFrom(arguments);
     for (const auto& file : ModuleFiles()) {
         try {
-            const EffectSession session(file, Personality::Premiere);
+            const EffectSession session(file, Personality::Premiere, isolation);
             const auto all = session.Params().All();
             effects.push_back(
                 {session.Name(), file.stem().string(), file.string(),

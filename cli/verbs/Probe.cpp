@@ -28,6 +28,8 @@ constexpr Option kOptions[] = {
     kToLinearOption,
     kToLogOption,
     kHostOption,
+    kIsolateOption,
+    kIsolateLimitOption,
     {"--json",   nullptr, "print as JSON"},
 };
 // clang-format on

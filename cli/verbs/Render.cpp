@@ -35,6 +35,8 @@ constexpr Option kOptions[] = {
     kToLogOption,
     kSavePresetOption,
     kHostOption,
+    kIsolateOption,
+    kIsolateLimitOption,
     Heading("Picture"),
     {"--format",        "FORMAT",      "pixels for the effect (default: by IN's depth)", Option::Optional, FormatWords},
     {"--depth",         "DEPTH",       "of OUT: 8, 10, 12, 16, half, float (as IN)",     Option::Optional, DepthWords},
