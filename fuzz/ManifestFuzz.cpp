@@ -1,4 +1,5 @@
-/// Manifests of any text: a list of names, sizes and sums, or an error in one line.
+/// Manifests of any text: files below their folder with sizes and sums, or an error in
+/// one line.
 
 #include "cli/frames/Manifest.h"
 #include "fuzz/ScratchFile.h"
@@ -14,8 +15,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     file.Fill({data, size});
     try {
         for (const ManifestEntry& entry : ReadManifest(file.Path())) {
-            Check(entry.sum.size() == 64, "a sum of another length");
-            Check(!entry.name.empty(), "a file without a name");
+            Check(entry.facts.sum.size() == 64, "a sum of another length");
+            const auto way = entry.file.lexically_relative(file.Path().parent_path());
+            Check(!way.empty() && *way.begin() != "..", "a file outside of the folder");
         }
     } catch (const Error& e) {
         Check(e.Kind() == ErrorKind::Input, "another kind of error");
