@@ -1,14 +1,14 @@
 #include "ip/detail/CopyVariants.h"
 
+#include "ip/arm/CopyRows.h"
+#include "ip/arm/PixelMapRows.h"
 #include "ip/detail/Layouts.h"
 #include "ip/detail/OpaqueRGB.h"
 #include "ip/detail/PixelMaps.h"
 #include "ip/detail/V210Pack.h"
 #include "ip/detail/Variants.h"
 #include "ip/x86/CopyRows.h"
-#if ZEL_X86
 #include "ip/x86/PixelMapRows.h"
-#endif
 
 namespace zel::ip {
 
@@ -78,6 +78,9 @@ constexpr CopyVariant kBytes[] = {
 #if ZEL_X86
     {"avx2",     Cpu::avx2,     x86::ShuffleRow_Avx2<Map>,  x86::ShuffleRowStreaming_Avx2<Map>},
 #endif
+#if ZEL_NEON
+    {"neon",     Cpu::neon,     arm::ShuffleRow_Neon<Map>,  nullptr},
+#endif
 };
 
 /// The same where the byte-by-byte loop is as good as any other without shuffles.
@@ -86,6 +89,9 @@ constexpr CopyVariant kReordered[] = {
     {"scalar",   Cpu::scalar,   kScan,                      nullptr},
 #if ZEL_X86
     {"avx2",     Cpu::avx2,     x86::ShuffleRow_Avx2<Map>,  x86::ShuffleRowStreaming_Avx2<Map>},
+#endif
+#if ZEL_NEON
+    {"neon",     Cpu::neon,     arm::ShuffleRow_Neon<Map>,  nullptr},
 #endif
 };
 
@@ -96,6 +102,9 @@ constexpr CopyVariant kOddBytes[] = {
     {"portable", Cpu::portable, PixelMapRow<Map>,           nullptr},
 #if ZEL_X86
     {"avx2",     Cpu::avx2,     x86::ShuffleRow_Avx2<Map>,  nullptr},
+#endif
+#if ZEL_NEON
+    {"neon",     Cpu::neon,     arm::ShuffleRow_Neon<Map>,  nullptr},
 #endif
 };
 
@@ -134,6 +143,9 @@ constexpr CopyVariant kV210ToYCbYCr8Variants[] = {
     {"scalar",   Cpu::scalar,   IpScan_Copy_v210_To_YCbYCr8, nullptr},
 #if ZEL_X86
     {"avx2",     Cpu::avx2,     x86::V210ToYCbYCr8_Avx2,     nullptr},
+#endif
+#if ZEL_NEON
+    {"neon",     Cpu::neon,     arm::V210ToYCbYCr8_Neon,     nullptr},
 #endif
 };
 

@@ -1,5 +1,6 @@
 #include "ip/detail/FillVariants.h"
 
+#include "ip/arm/FillRows.h"
 #include "ip/detail/Rows.h"
 #include "ip/detail/Variants.h"
 #include "ip/x86/FillRows.h"
@@ -15,6 +16,9 @@ constexpr FillVariant kVariants[] = {
     {"scalar", Cpu::scalar, nullptr,           nullptr},
 #if ZEL_X86
     {"sse2",   Cpu::sse2,   x86::FillRow_Sse2, x86::FillRowStreaming_Sse2},
+#endif
+#if ZEL_NEON
+    {"neon",   Cpu::neon,   arm::FillRow_Neon, nullptr},
 #endif
 };
 // clang-format on

@@ -107,6 +107,9 @@ constexpr LutVariant kVariants16[] = {
 #if ZEL_X86
     {"avx2",     Cpu::avx2,     PrepareShifted, x86::LutRow16_Avx2,    x86::LutRow16Streaming_Avx2},
 #endif
+#if ZEL_NEON
+    {"neon",     Cpu::neon,     PrepareShifted, arm::LutRow16_Neon,    nullptr},
+#endif
 };
 
 constexpr LutVariant kVariantsFloat[] = {
@@ -115,6 +118,9 @@ constexpr LutVariant kVariantsFloat[] = {
 #if ZEL_X86
     {"sse2",     Cpu::sse2,     PrepareUnits,   x86::LutRowFloat_Sse2, x86::LutRowFloatStreaming_Sse2},
     {"avx2",     Cpu::avx2,     PrepareUnits,   x86::LutRowFloat_Avx2, x86::LutRowFloatStreaming_Avx2},
+#endif
+#if ZEL_NEON
+    {"neon",     Cpu::neon,     PrepareUnits,   arm::LutRowFloat_Neon, nullptr},
 #endif
 };
 // clang-format on

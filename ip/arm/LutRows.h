@@ -6,8 +6,10 @@
 
 namespace zel::ip::arm {
 
-/// Table look-ups of 64 bytes, four to a table. ARM has no gathers, so the other sample
-/// types keep their portable rows.
+/// Table look-ups of 64 bytes, four to a table.
 IpScanLutFn LutRow8_Neon;
+
+/// ARM has no gathers: shifted and float tables, loaded into the lanes of a vector.
+IpScanLutFn LutRow16_Neon, LutRowFloat_Neon;
 
 }  // namespace zel::ip::arm

@@ -6,6 +6,8 @@
 #include "ip/detail/Memory.h"
 #include "ip/detail/Units.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 
 namespace zel::ip {
@@ -123,5 +125,39 @@ void PixelMapRow(void* dst, int, void* src, int, int width) {
         units - Map::kLastApart, [](void* t, const void* f) { Store(t, Map::Of(f)); }, to, from);
     if (Map::kLastApart && units > 0) Map::ConvertLast(to[units - 1], from[units - 1]);
 }
+
+/// Units `first` on of a row, `count` of them.
+template <class Map>
+void ConvertUnits(void* dst, void* src, std::ptrdiff_t first, std::ptrdiff_t count) {
+    PixelMapRow<Map>(At<std::byte>(dst, first * Map::kToBytes), 0,
+                     At<std::byte>(src, first * Map::kFromBytes), 0,
+                     static_cast<int>(count) * Map::kPixels);
+}
+
+/// A conversion that only moves bytes, as a shuffle of 16 of them. What moves where is found
+/// by asking the conversion itself.
+template <class Map>
+struct Shuffle {
+    static constexpr std::ptrdiff_t kUnits = 16 / std::max(Map::kFromBytes, Map::kToBytes);
+
+    alignas(16) std::array<std::uint8_t, 16> order{}, ones{};
+
+    constexpr Shuffle() {
+        using From = typename Map::From;
+        const auto byteOf = [](auto unit, std::ptrdiff_t i) {
+            return static_cast<std::uint8_t>(unit >> 8 * i & 0xFF);
+        };
+        order.fill(0x80);  // a zero
+        for (std::ptrdiff_t i = 0; i < kUnits * Map::kToBytes; ++i) {
+            const std::ptrdiff_t unit = i / Map::kToBytes, byte = i % Map::kToBytes;
+            ones[static_cast<std::size_t>(i)] = byteOf(Map::Convert(From{0}), byte);
+            if (ones[static_cast<std::size_t>(i)] != 0) continue;
+            for (std::ptrdiff_t s = 0; s < Map::kFromBytes; ++s)
+                if (byteOf(Map::Convert(From{0xFF} << 8 * s), byte) == 0xFF)
+                    order[static_cast<std::size_t>(i)] =
+                        static_cast<std::uint8_t>(unit * Map::kFromBytes + s);
+        }
+    }
+};
 
 }  // namespace zel::ip

@@ -3,20 +3,13 @@
 /// Conversions of pixels with what x86 processors have beside plain loops: stores past the
 /// caches, and byte shuffles.
 
+#include "ip/detail/Cpu.h"
+#if ZEL_X86
+
 #include "ip/detail/PixelMaps.h"
 #include "ip/x86/Target.h"
 
-#include <array>
-
 namespace zel::ip::x86 {
-
-/// Units `first` on of a row, `count` of them.
-template <class Map>
-void ConvertUnits(void* dst, void* src, std::ptrdiff_t first, std::ptrdiff_t count) {
-    PixelMapRow<Map>(At<std::byte>(dst, first * Map::kToBytes), 0,
-                     At<std::byte>(src, first * Map::kFromBytes), 0,
-                     static_cast<int>(count) * Map::kPixels);
-}
 
 /// A line of words at a time.
 template <class Map, Stores kStores>
@@ -55,32 +48,6 @@ template <class Map>
 void LineRowStreaming_Sse2(void* dst, int, void* src, int, int width) {
     LineRow<Map, Stores::streaming>(dst, src, width);
 }
-
-/// A conversion that only moves bytes, as a shuffle of 16 of them. What moves where is found
-/// by asking the conversion itself.
-template <class Map>
-struct Shuffle {
-    static constexpr std::ptrdiff_t kUnits = 16 / std::max(Map::kFromBytes, Map::kToBytes);
-
-    alignas(16) std::array<std::uint8_t, 16> order{}, ones{};
-
-    constexpr Shuffle() {
-        using From = typename Map::From;
-        const auto byteOf = [](auto unit, std::ptrdiff_t i) {
-            return static_cast<std::uint8_t>(unit >> 8 * i & 0xFF);
-        };
-        order.fill(0x80);  // a zero
-        for (std::ptrdiff_t i = 0; i < kUnits * Map::kToBytes; ++i) {
-            const std::ptrdiff_t unit = i / Map::kToBytes, byte = i % Map::kToBytes;
-            ones[static_cast<std::size_t>(i)] = byteOf(Map::Convert(From{0}), byte);
-            if (ones[static_cast<std::size_t>(i)] != 0) continue;
-            for (std::ptrdiff_t s = 0; s < Map::kFromBytes; ++s)
-                if (byteOf(Map::Convert(From{0xFF} << 8 * s), byte) == 0xFF)
-                    order[static_cast<std::size_t>(i)] =
-                        static_cast<std::uint8_t>(unit * Map::kFromBytes + s);
-        }
-    }
-};
 
 /// Four vectors at a time; past the caches, where they are a line.
 template <class Map, Stores kStores>
@@ -127,3 +94,5 @@ void ShuffleRowStreaming_Avx2(void* dst, int, void* src, int, int width) {
 }
 
 }  // namespace zel::ip::x86
+
+#endif
