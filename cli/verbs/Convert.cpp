@@ -1,5 +1,6 @@
 /// zelfx convert: raw frames from one layout to another.
 
+#include "cli/CpuLevel.h"
 #include "cli/Words.h"
 #include "cli/raw/RawLayouts.h"
 #include "cli/raw/Streams.h"
@@ -23,6 +24,7 @@ constexpr Option kOptions[] = {
     {"--size",          "WxH",     "pixels of a frame",                                       Option::Required},
     {"--row-bytes",     "N",       "bytes from row to row of IN (default: no padding)"},
     {"--out-row-bytes", "N",       "bytes from row to row of OUT (default: no padding)"},
+    kCpuOption,
 };
 // clang-format on
 
@@ -40,7 +42,7 @@ int Run(const Arguments& arguments) {
     const int outRowBytes = RowBytesOption(arguments, "out-row-bytes", to, width);
     const std::string in = *arguments.Last("IN"), out = *arguments.Last("OUT");
 
-    IpInitialize();
+    ChooseCpuLevel(arguments);
     RawReader reader(in);
     RawWriter writer(out);
     auto source = FrameOf(inRowBytes, height);

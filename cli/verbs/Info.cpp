@@ -1,10 +1,10 @@
 /// zelfx info: what the processor offers, and which routines run on it.
 
+#include "cli/CpuLevel.h"
 #include "cli/EffectFinder.h"
 #include "cli/Json.h"
 #include "cli/Words.h"
 #include "cli/verbs/Verbs.h"
-#include "ip/IpTables.h"
 #include "ip/detail/CopyVariants.h"
 #include "ip/detail/FillVariants.h"
 #include "ip/detail/LutVariants.h"
@@ -20,6 +20,7 @@ namespace {
 
 constexpr Option kOptions[] = {
     {"--json", nullptr, "print as JSON"},
+    kCpuOption,
 };
 
 template <class Variant>
@@ -58,13 +59,14 @@ void PrintText() {
     std::string levels;
     for (const std::string& level : CpuWords()) levels += ' ' + level;
     std::printf("processor levels:%s\n", levels.c_str());
-    std::printf("in use: %s (ZELFX_CPU forces a lower one)\n", ip::NameOf(ip::ActiveCpu()));
+    std::printf("in use: %s (ZELFX_CPU or --cpu forces a lower one)\n",
+                ip::NameOf(ip::ActiveCpu()));
     std::printf("routines:\n");
     ForEachFamily([](const char* name, auto variants) { PrintFamily(name, variants); });
 }
 
 int Run(const Arguments& arguments) {
-    IpInitialize();
+    ChooseCpuLevel(arguments);
     arguments.Has("json") ? PrintJson() : PrintText();
     return 0;
 }

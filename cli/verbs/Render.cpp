@@ -1,6 +1,7 @@
 /// zelfx render: pictures through an effect.
 
 #include "cli/Chain.h"
+#include "cli/CpuLevel.h"
 #include "cli/RenderPicture.h"
 #include "cli/Settings.h"
 #include "cli/Words.h"
@@ -13,7 +14,6 @@
 #include "headless/Text.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <initializer_list>
 #include <iostream>
 
@@ -57,7 +57,7 @@ constexpr Option kOptions[] = {
     Heading("Running"),
     {"-j,--jobs",       "N",           "frames at a time (default: one per processor)"},
     {"--log",           "FILE",        "append a line of JSON for every frame"},
-    {"--cpu",           "LEVEL",       "highest instruction set: see 'zelfx info'",      Option::Optional, CpuWords},
+    kCpuOption,
     {"-v,--verbose",    nullptr,       "tell of every frame, and of the memory for them"},
     {"-q,--quiet",      nullptr,       "print nothing but errors"},
 };
@@ -82,17 +82,6 @@ void Refuse(const Arguments& arguments, std::initializer_list<const char*> optio
         if (arguments.Has(option))
             throw Error(ErrorKind::Usage, std::string("--") + option + " is for " + whose +
                                               ", and '" + out.string() + "' is none");
-}
-
-/// The modules read the environment when they are set up.
-void ForceCpu(const Arguments& arguments) {
-    const auto given = arguments.Last("cpu");
-    if (!given) return;
-#if defined(_WIN32)
-    _putenv_s("ZELFX_CPU", given->c_str());
-#else
-    setenv("ZELFX_CPU", given->c_str(), 1);
-#endif
 }
 
 void PrintNote(const std::string& text) { std::cerr << "zelfx: note: " << text << '\n'; }
@@ -267,7 +256,7 @@ int RunVideo(const Arguments& arguments, const FramesOptions& options) {
 
 int Run(const Arguments& arguments) {
     const FramesOptions options = FramesOptionsFrom(arguments);
-    ForceCpu(arguments);
+    ChooseCpuLevel(arguments);
     return IsVideoName(*arguments.Last("OUT")) ? RunVideo(arguments, options)
                                                : RunPictures(arguments, options);
 }
