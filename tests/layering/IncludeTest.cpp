@@ -31,7 +31,7 @@ const Folder kFolders[] = {
     {"host",     {"host", "abi", "lut", "ip"},                                     true},
     {"effects",  {"effects", "host", "lut", "abi"},                                true},
     {"headless", {"headless", "abi"},                                              false},
-    {"packaging", {"packaging", "abi"},                                            true},
+    {"packaging",{"packaging", "abi"},                                             true},
     {"cli",      {"cli", "headless", "effects", "host", "ip", "lut", "abi"},       false},
 };
 // clang-format on
