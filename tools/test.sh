@@ -1,24 +1,58 @@
 #!/usr/bin/env bash
 # Runs every test: installs what testing needs, checks the formatting, then builds and
-# tests with g++, with clang++, and with g++ under the address and undefined-behaviour
-# sanitizers.
+# tests each preset. A preset that fails does not keep the others from running; the last
+# lines say which failed, and how long each took.
 #   tools/test.sh [PRESET...]      only these presets of CMakePresets.json
-set -euo pipefail
+set -uo pipefail
 cd "$(dirname "$0")/.."
 
 presets=("$@")
-[ $# -gt 0 ] || presets=(gcc clang asan-ubsan)
+[ $# -gt 0 ] || presets=(gcc clang asan-ubsan m32 mingw aarch64)
 
-tools/install-packages.sh test
+packages=test
+for preset in "${presets[@]}"; do
+  case $preset in m32 | mingw | aarch64) packages=targets ;; esac
+done
+tools/install-packages.sh "$packages" || exit 1
+
+# Compilers behind ccache where it is: presets share much, and so do runs.
+if command -v ccache >/dev/null; then export CMAKE_CXX_COMPILER_LAUNCHER=ccache; fi
+
+failed=()
+summary=()
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+# quietly COMMAND...: shows what the command said only when it fails, the errors first.
+quietly() {
+  "$@" >"$log" 2>&1 && return
+  grep -E 'error|FAILED' "$log" | head -n 20
+  tail -n 20 "$log"
+  return 1
+}
+run_preset() {
+  echo "== $1: build"
+  quietly cmake --preset "$1" || return 1
+  quietly cmake --build --preset "$1" -- -k 0 || return 1
+  echo "== $1: test"
+  ctest --preset "$1"
+}
 
 echo "format: clang-format"
-git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
+git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror || failed+=(format)
 
 for preset in "${presets[@]}"; do
-  echo "== $preset: build"
-  cmake --preset "$preset" >/dev/null
-  cmake --build --preset "$preset" -- -k 0 | tail -n 3
-  echo "== $preset: test"
-  ctest --preset "$preset"
+  start=$SECONDS
+  verdict=passed
+  run_preset "$preset" || { verdict=FAILED; failed+=("$preset"); }
+  took=$((SECONDS - start))
+  summary+=("$(printf '%-12s %-7s %3d:%02d' "$preset" "$verdict" $((took / 60)) $((took % 60)))")
+  echo "== ${summary[-1]}"
 done
+
+printf '%s\n' "${summary[@]}"
+printf '%-12s %-7s %3d:%02d\n' all "" $((SECONDS / 60)) $((SECONDS % 60))
+if [ ${#failed[@]} -gt 0 ]; then
+  echo "failed: ${failed[*]}"
+  exit 1
+fi
 echo "all tests passed: ${presets[*]}"

@@ -1,7 +1,7 @@
 # cmake -DFILE=<module> -DNAMES=<names> -DNM=<nm> [-DOBJDUMP=<objdump>] -P exports.cmake
 #
-# Passes when the file exports exactly NAMES, sorted and parted by commas. Files of Windows are read with
-# objdump: nm does not know their table of exports.
+# Passes when the file exports exactly NAMES, sorted and parted by commas. Files of Windows
+# are read with objdump: nm does not know their table of exports.
 if(FILE MATCHES "\\.(aex|dll)$")
   execute_process(COMMAND ${OBJDUMP} -p ${FILE}
                   OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
