@@ -257,8 +257,12 @@ int RunVideo(const Arguments& arguments, const FramesOptions& options) {
 int Run(const Arguments& arguments) {
     const FramesOptions options = FramesOptionsFrom(arguments);
     ChooseCpuLevel(arguments);
-    return IsVideoName(*arguments.Last("OUT")) ? RunVideo(arguments, options)
-                                               : RunPictures(arguments, options);
+    const std::string in = *arguments.Last("IN"), out = *arguments.Last("OUT");
+    if (IsVideoName(out)) return RunVideo(arguments, options);
+    if (IsVideoName(in))
+        throw Error(ErrorKind::Usage, "'" + in + "' is a video, and '" + out +
+                                          "' is none: its suffix must be " + VideoSuffixes());
+    return RunPictures(arguments, options);
 }
 
 }  // namespace

@@ -62,7 +62,7 @@ struct Mark {
     std::string value;
 };
 
-/// A row per tag that is there.
+/// A row per tag that is there, and one for the range.
 std::vector<Mark> MarksOf(const ColourTags& tags) {
     std::vector<Mark> marks;
     const auto add = [&](const char* filter, const char* option, std::span<const CodePoint> points,
@@ -70,7 +70,8 @@ std::vector<Mark> MarksOf(const ColourTags& tags) {
         const auto point = std::ranges::find(points, name, &CodePoint::name);
         if (point != points.end()) marks.push_back({filter, option, std::to_string(point->number)});
     };
-    if (!tags.range.empty()) marks.push_back({"range", "-color_range", tags.range});
+    // The scaler marks what it makes: a range that was assumed is taken off again.
+    marks.push_back({"range", "-color_range", tags.range.empty() ? "unknown" : tags.range});
     add("colorspace", "-colorspace", kSpaces, tags.matrix);
     add("color_primaries", "-color_primaries", kPrimaries, tags.primaries);
     add("color_trc", "-color_trc", kTransfers, tags.transfer);

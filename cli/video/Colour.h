@@ -30,8 +30,8 @@ ColourReading ReadingOf(const ColourTags& tags, int height, bool rgb, const std:
 /// The arguments of ffmpeg's filter `scale` that read or write by it: "in_range=tv:...".
 std::string ScaleArguments(const ColourReading& reading, const char* direction);
 
-/// The filter that marks frames with the tags, and the options that mark the stream.
-/// Nothing of what is not said.
+/// The filter that marks frames with the tags, and the options that mark the stream: with
+/// nothing that is not said.
 std::string MarkingFilter(const ColourTags& tags);
 std::vector<std::string> MarkingOptions(const ColourTags& tags);
 

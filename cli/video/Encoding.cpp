@@ -163,13 +163,11 @@ Encoding EncodingFor(const VideoFacts& facts, const EncodingWishes& wishes, cons
 Words DecoderCommand(const VideoFacts& facts, const ColourReading& reading, bool eightBits) {
     Words words = kQuietly;
     Append(words, {"-i", FfmpegName(facts.file), "-map", "0:" + std::to_string(facts.stream)});
-    // Every frame once, unless their lengths differ: then as many as keep the sound in step.
-    if (facts.variable)
-        Append(words, {"-fps_mode", "cfr", "-r", facts.rate});
-    else
-        Append(words, {"-fps_mode", "passthrough"});
     const std::string colours = facts.pixels.rgb ? "" : ScaleArguments(reading, "in");
-    Append(words, {"-vf", ScaleFilter(facts, colours) + ",format=" + RawFormat(eightBits)});
+    // Every frame once, unless their lengths differ: then as many as keep the sound in step.
+    const std::string even = facts.variable ? "fps=" + facts.rate + "," : "";
+    Append(words, {"-fps_mode", "passthrough", "-vf",
+                   even + ScaleFilter(facts, colours) + ",format=" + RawFormat(eightBits)});
     Append(words, {"-f", "rawvideo", "pipe:1"});
     return words;
 }
@@ -196,8 +194,8 @@ Words EncoderCommand(const VideoFacts& facts, const ColourReading& reading,
         filters += ",setsar=" + aspect;
     }
     if (const std::string marks = MarkingFilter(tags); !marks.empty()) filters += "," + marks;
-    Append(words, {"-vf", filters, "-pix_fmt", (encoding.exactly ? "+" : "") + encoding.pixels.name,
-                   "-c:v", encoding.codec});
+    Append(words, {"-fps_mode", "passthrough", "-vf", filters, "-pix_fmt",
+                   (encoding.exactly ? "+" : "") + encoding.pixels.name, "-c:v", encoding.codec});
     Append(words, encoding.settings);
     Append(words, MarkingOptions(tags));
     if (encoding.muxer == "mp4") Append(words, {"-movflags", "+faststart"});

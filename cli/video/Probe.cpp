@@ -82,14 +82,16 @@ void Turn(VideoFacts& facts) {
         facts.sampleAspect.substr(colon + 1) + ':' + facts.sampleAspect.substr(0, colon);
 }
 
+/// The average, which is the rate of videos whose frames are of one length. Else the
+/// coarsest rate that has a place for every frame, if it is none that fields or clocks have.
 void ReadRate(VideoFacts& facts, const json& stream) {
     facts.rate = Text(stream, "avg_frame_rate");
     const std::string base = Text(stream, "r_frame_rate");
     const double average = Quotient(facts.rate), finest = Quotient(base);
-    if (!(average > 0)) facts.rate = base;
     // Interlaced streams may count fields, and averages are rounded.
     const double ratio = average > 0 ? finest / average : 1;
     facts.variable = std::abs(ratio - 1) > 0.002 && std::abs(ratio - 2) > 0.004;
+    if (!(average > 0) || (facts.variable && ratio > 1 && ratio < 2)) facts.rate = base;
 }
 
 std::string TimecodeOf(const json& all, const json& video) {
@@ -142,7 +144,7 @@ VideoFacts FactsFrom(const json& all, const fs::path& file) {
     facts.total = static_cast<std::int64_t>(Decimal(*video, "nb_frames"));
     double seconds = Decimal(*video, "duration");
     if (!(seconds > 0)) seconds = Decimal(all.at("format"), "duration");
-    if (facts.total <= 0 && seconds > 0 && seconds < 1e7)
+    if ((facts.total <= 0 || facts.variable) && seconds > 0 && seconds < 1e7)
         facts.total = std::llround(seconds * Quotient(facts.rate));
     return facts;
 }

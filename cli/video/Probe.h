@@ -25,7 +25,7 @@ struct VideoFacts {
     int stream = 0;             // index in the file
     int width = 0, height = 0;  // as shown: turned where the file says so
     std::string rate;           // frames per second as a fraction: "24000/1001"
-    bool variable = false;      // frames of different lengths; `rate` is the average
+    bool variable = false;      // frames of different lengths, to be made even
     std::string sampleAspect;   // "64:45"; empty where there is none
     PixelLayout pixels;
     ColourTags colour;

@@ -14,15 +14,13 @@ std::string Count(int number, const char* what) {
 void TellWhatIsDone(const VideoFacts& facts, const ColourReading& reading, const Encoding& encoding,
                     const std::function<void(std::string)>& note) {
     const std::string name = "'" + facts.file.string() + "'";
-    if (facts.pixels.rgb != encoding.pixels.rgb)
-        note(facts.pixels.rgb
-                 ? name + " is RGB: written with the matrix " + reading.matrix + " in limited range"
-                 : "written as RGB in full range");
-    else if (!facts.pixels.rgb && !reading.assumed.empty())
+    if (!facts.pixels.rgb && !reading.assumed.empty())
         note(name + " is taken to have " + AllOf(reading.assumed));
+    if (facts.pixels.rgb && !encoding.pixels.rgb)
+        note(name + " is RGB: written with the matrix " + reading.matrix + " in limited range");
     if (facts.variable)
         note(name + " has frames of different lengths: written with " + facts.rate +
-             " a second, some left out or repeated");
+             " a second, some repeated or left out");
     if (facts.interlaced) note(name + " is interlaced: its fields stay woven, and are not marked");
     if (facts.otherVideos > 0)
         note(Count(facts.otherVideos, "further video stream") + " of " + name + " left out");

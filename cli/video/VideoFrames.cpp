@@ -83,6 +83,14 @@ void Pack(Frame& frame) {
     });
 }
 
+/// True when ffmpeg reads it to its end without a complaint.
+bool SoundIsWhole(const std::filesystem::path& file) {
+    Process reading({"ffmpeg", "-nostdin", "-v", "error", "-i", FfmpegName(file), "-map", "0:a?",
+                     "-vn", "-c", "copy", "-f", "null", "-"},
+                    Process::FromChild);
+    return reading.Wait() == 0 && reading.Complaint().empty();
+}
+
 void PackRows(Frame& frame) {
     const auto bytes = static_cast<std::size_t>(frame.Width()) *
                        static_cast<std::size_t>(frame.Format().BytesPerPixel());
@@ -172,11 +180,12 @@ void VideoSink::Finish() {
 }
 
 void VideoSink::Fail() {
-    const bool input = m_ffmpeg.Wait() == 0;
-    throw Error(input ? ErrorKind::Input : ErrorKind::Other,
+    m_ffmpeg.Wait();
+    const bool sound = !SoundIsWhole(m_in);
+    throw Error(sound ? ErrorKind::Input : ErrorKind::Other,
                 "cannot write '" + m_out.string() + "'" +
-                    (input ? " with the sound of '" + m_in.string() + "'" : "") + ": " +
-                    m_ffmpeg.EndText());
+                    (sound ? ": the sound of '" + m_in.string() + "' is damaged (" : ": ") +
+                    m_ffmpeg.EndText() + (sound ? ")" : ""));
 }
 
 }  // namespace zel
