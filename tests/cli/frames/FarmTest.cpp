@@ -43,8 +43,8 @@ protected:
 
     /// All frames of MakeEqualFrames come out alike.
     Bytes OneResult() const {
-        Render("in/shot.0001.png", "one.png", VividOptions());
-        return ReadFile(In("one.png"));
+        Render("in/shot.0001.tif", "one.tif", VividOptions());
+        return ReadFile(In("one.tif"));
     }
 
     std::vector<json> Log() const {
@@ -104,7 +104,7 @@ TEST_F(Farm, KeepsNoPartOfAnyType) {
         Words again = c.more;
         again.push_back("--skip-existing");
         EXPECT_NE(RenderFrames("in", out, again).out.find("(1 kept)"), std::string::npos);
-        for (const double part : {0.0, 0.02, 0.3, 0.7, 0.98}) {
+        for (const double part : {0.0, 0.3, 0.98}) {
             const auto size = static_cast<std::size_t>(part * static_cast<double>(whole.size()));
             WriteFile(file, whole.data(), size);
             const Outcome run = RenderFrames("in", out, again);
@@ -196,22 +196,24 @@ TEST_F(Farm, ASecondSignalEndsAtOnce) {
 }
 
 TEST_F(Farm, KilledRunsAreTakenUp) {
-    constexpr std::size_t kFrames = 60;
+    constexpr std::size_t kFrames = 120;
     MakeEqualFrames(kFrames, "384x384");
     const Bytes one = OneResult();
     constexpr unsigned seed = 20240607;
     std::mt19937 random(seed);
-    std::uniform_int_distribution<int> milliseconds(5, 200);
+    std::uniform_int_distribution<int> milliseconds(0, 40);
     std::size_t before = 0;
     for (int kill = 0; kill < 5; ++kill) {
         RunningProgram run = Start({"--jobs", "3", "--skip-existing"});
+        WaitFor([&] { return CountOut() > before; });
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds(random)));
         run.Signal(SIGKILL);
         const int status = run.Wait().status;
         EXPECT_TRUE(status == -SIGKILL || status == 0) << status;
+        if (status == 0) break;
         for (const auto& [name, content] : FilesIn("out"))
             EXPECT_TRUE(name[0] == '.' || content == one) << name << ", seed " << seed;
-        EXPECT_GE(CountOut(), before) << "a finished frame was lost, seed " << seed;
+        EXPECT_GT(CountOut(), before) << "a finished frame was lost, seed " << seed;
         before = CountOut();
     }
     const Outcome last = RenderFrames("in", "out", {"--skip-existing"});

@@ -6,10 +6,10 @@ namespace zel::test {
 
 namespace {
 
-std::string FrameFile(int number) {
-    char name[40];
-    std::snprintf(name, sizeof name, "shot.%04d.png", number);
-    return name;
+std::string FrameFile(int number, const char* suffix = ".png") {
+    char digits[20];
+    std::snprintf(digits, sizeof digits, "%04d", number);
+    return std::string("shot.") + digits + suffix;
 }
 
 }  // namespace
@@ -25,10 +25,10 @@ void FramesTest::MakeFrames(int count, const std::string& size) const {
 }
 
 void FramesTest::MakeEqualFrames(int count, const std::string& size) const {
+    const fs::path first = In("in") / FrameFile(1, ".tif");
     Tool({"ffmpeg", "-v", "error", "-f", "lavfi", "-i", "nullsrc=s=" + size + ",noise=alls=99",
-          "-frames:v", "1", "-pix_fmt", "rgb48be", "in/shot.0001.png"});
-    for (int i = 2; i <= count; ++i)
-        fs::create_hard_link(In("in") / FrameFile(1), In("in") / FrameFile(i));
+          "-frames:v", "1", "-pix_fmt", "rgb48le", "-compression_algo", "raw", first.string()});
+    for (int i = 2; i <= count; ++i) fs::create_hard_link(first, In("in") / FrameFile(i, ".tif"));
 }
 
 Words FramesTest::Command(const std::string& in, const std::string& out, const Words& more) const {

@@ -18,7 +18,8 @@ protected:
     /// Makes in/shot.0001.png and so on, no two of them alike, 16 bits.
     void MakeFrames(int count, const std::string& size = "48x32") const;
 
-    /// Makes them of one noisy picture of that size.
+    /// Makes in/shot.0001.tif and so on of one noisy picture of that size: much to read and
+    /// write, little to pack.
     void MakeEqualFrames(int count, const std::string& size) const;
 
     /// zelfx render IN OUT with a look and more.

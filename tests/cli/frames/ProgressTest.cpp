@@ -69,7 +69,7 @@ TEST_F(ProgressLine, IsOverwrittenOnATerminal) {
     EXPECT_GE(counts.size(), 2u) << text;
     EXPECT_TRUE(std::is_sorted(counts.begin(), counts.end()));
     // In the end the line is gone, and the result stands in its place.
-    EXPECT_TRUE(std::regex_search(text, std::regex("\r\x1b\\[Kout/shot.####.png: 30 frames")))
+    EXPECT_TRUE(std::regex_search(text, std::regex("\r\x1b\\[Kout/shot.####.tif: 30 frames")))
         << text;
 }
 

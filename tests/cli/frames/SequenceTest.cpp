@@ -226,8 +226,8 @@ TEST_F(Sequences, MemoryStaysTheSame) {
     fs::create_directory(In("in"));
     MakeEqualFrames(60, "512x512");
     const auto peak = [&](const char* frames) {
-        const Outcome run =
-            RenderFrames("in", "out", {"--frames", frames, "--jobs", "2", "--verbose"});
+        const Outcome run = RenderFrames("in", "out/shot.####.tif",
+                                         {"--frames", frames, "--jobs", "2", "--verbose"});
         EXPECT_EQ(run.status, 0) << run.err;
         EXPECT_NE(run.err.find("2 jobs: at most 4 frames in flight"), std::string::npos) << run.err;
         return run.peakKiB;
