@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Installs what building or testing needs on Debian 12, by package name; does nothing
 # for what is there already.
-#   tools/install-packages.sh build|test|targets
+#   tools/install-packages.sh build|test|targets|farm
 # "test" is what the tests of this machine's own build need on top of "build"; "targets"
-# adds the compilers and emulators of the others: 32-bit, Windows, aarch64.
+# adds the compilers and emulators of the others: 32-bit, Windows, aarch64. "farm"
+# is what tools/slurm-test.sh and tools/speed-test.sh run.
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config libopenimageio-dev libcli11-dev nlohmann-json3-dev
@@ -16,12 +17,14 @@ test=(clang libclang-rt-14-dev clang-format g++-12-multilib binutils
 # that it brings (/usr/include/asm). cmake/toolchains/m32.cmake does without the link.
 targets=(g++-12-multilib g++-aarch64-linux-gnu libc6-dev-arm64-cross g++-mingw-w64-x86-64-posix
          googletest wine wine64 qemu-user icoutils zip)
+farm=(slurm-wlm munge python3-minimal bc ffmpeg openimageio-tools)
 
 case "${1:-}" in
   build)   wanted=("${build[@]}") ;;
   test)    wanted=("${build[@]}" "${test[@]}") ;;
   targets) wanted=("${build[@]}" "${test[@]}" "${targets[@]}") ;;
-  *)       echo "usage: tools/install-packages.sh build|test|targets" >&2; exit 2 ;;
+  farm)    wanted=("${build[@]}" "${farm[@]}") ;;
+  *)       echo "usage: tools/install-packages.sh build|test|targets|farm" >&2; exit 2 ;;
 esac
 
 installed() { [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs the job script and the commands of docs/farm.md as an array of ten tasks on a Slurm
 # cluster of this machine alone, and compares the frames with those of one local run.
-#   tools/slurm-test.sh      needs root, ffmpeg, and the packages slurm-wlm and munge;
+#   tools/slurm-test.sh      needs root, and tools/install-packages.sh farm;
 #                            ZELFX in the environment, default build/release/zelfx
 set -euo pipefail
 cd "$(dirname "$0")/.."
