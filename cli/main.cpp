@@ -29,6 +29,13 @@ void RefuseEarlyExit() {
     std::_Exit(static_cast<int>(zel::ErrorKind::Module));
 }
 
+/// Out of memory where nobody can know, so that not even the libraries' own set-down may
+/// run: one of them ends the program by a signal then.
+[[noreturn]] void EndWithoutMemory() {
+    std::fputs("zelfx: out of memory\n", stderr);
+    std::_Exit(static_cast<int>(zel::ErrorKind::Other));
+}
+
 int Run(int argc, char** argv) {
     try {
         const int status = zel::RunVerbs(zel::AllVerbs(), argc, argv);
@@ -41,7 +48,7 @@ int Run(int argc, char** argv) {
         std::cerr << "zelfx: " << e.what() << std::endl;
         e.EndProgram();
     } catch (const std::bad_alloc&) {
-        std::cerr << "zelfx: out of memory\n";
+        EndWithoutMemory();
     } catch (const std::exception& e) {
         std::cerr << "zelfx: unexpected: " << e.what() << '\n';
     }
@@ -52,6 +59,16 @@ int Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     std::atexit(RefuseEarlyExit);
+    // Some libraries, the standard one too, throw where nothing may be thrown.
+    std::set_terminate([] {
+        try {
+            if (std::current_exception()) throw;
+        } catch (const std::bad_alloc&) {
+            EndWithoutMemory();
+        } catch (...) {
+        }
+        std::abort();
+    });
     const int status = Run(argc, argv);
     returned = true;
     return status;

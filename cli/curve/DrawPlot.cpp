@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fstream>
 
 namespace zel {
 
@@ -131,6 +132,12 @@ void Draw(const Plot& plot, cairo_surface_t* surface) {
     }
 }
 
+cairo_status_t Append(void* stream, const unsigned char* data, unsigned length) {
+    auto& out = *static_cast<std::ofstream*>(stream);
+    out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(length));
+    return out ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
+}
+
 }  // namespace
 
 void DrawPlot(const Plot& plot, const std::filesystem::path& file) {
@@ -138,11 +145,15 @@ void DrawPlot(const Plot& plot, const std::filesystem::path& file) {
     const std::string path = temporary.Path().string();
     cairo_status_t status;
     if (Lower(file.extension().string()) == ".svg") {
-        const Surface surface(cairo_svg_surface_create(path.c_str(), kWidth, kHeight),
+        // The library does not look at what closing a file of its own comes to.
+        std::ofstream out(path, std::ios::binary);
+        const Surface surface(cairo_svg_surface_create_for_stream(Append, &out, kWidth, kHeight),
                               cairo_surface_destroy);
         Draw(plot, surface.get());
         cairo_surface_finish(surface.get());
         status = cairo_surface_status(surface.get());
+        out.close();
+        if (!out) status = CAIRO_STATUS_WRITE_ERROR;
     } else {
         const Surface surface(
             cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(kWidth),

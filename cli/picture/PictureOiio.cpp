@@ -295,12 +295,32 @@ bool HoldsAlpha(const fs::path& file) { return TypeOf(file).alpha != Alpha::None
 
 namespace {
 
-/// Where the picture libraries write to. The one for PNG passes over a write that fails,
-/// as on a full disk, and the one for JPEG ends the program. So to them every write
-/// succeeds, and Finish() tells.
+/// True when a file has what belongs to a TIFF's end: its directory, which is written last,
+/// and the last row. Failures there are not told by the library.
+bool LastRowReads(const fs::path& file, const OIIO::ImageSpec& wanted) {
+    const auto in = OIIO::ImageInput::open(file.string());
+    if (!in) {
+        OIIO::geterror();  // the library complains of errors that nobody took
+        return false;
+    }
+    const OIIO::ImageSpec& spec = in->spec();
+    if (spec.width != wanted.width || spec.height != wanted.height ||
+        spec.nchannels != wanted.nchannels || spec.format != wanted.format)
+        return false;
+    std::vector<std::byte> row(spec.scanline_bytes(true));
+    return in->read_native_scanline(0, 0, spec.y + spec.height - 1, 0, row.data()) &&
+           !in->has_error();
+}
+
+/// Where the picture libraries write to. Those for PNG and OpenEXR pass over some writes
+/// that fail, as on a full disk, none looks at what closing the file comes to, and the one
+/// for JPEG ends the program. So to them every write succeeds, and Finish() tells.
 class CheckedFile : public OIIO::Filesystem::IOFile {
 public:
-    explicit CheckedFile(const fs::path& file) : IOFile(file.string(), Write) {}
+    explicit CheckedFile(const fs::path& file)
+        : IOFile(OIIO::Filesystem::fopen(file.string(), "wb"), Write),
+          m_failure(m_file ? 0 : errno) {}
+    ~CheckedFile() override { Finish(); }
 
     // Not "file", for which the stream would be written past write().
     const char* proxytype() const override { return "checked file"; }
@@ -314,13 +334,13 @@ public:
     /// Closes the file. 0 when all of it was written, else the first error number.
     int Finish() {
         errno = 0;
-        if (m_failure == 0 && std::fflush(handle()) != 0) m_failure = errno ? errno : EIO;
-        close();
+        if (m_file && std::fclose(m_file) != 0 && m_failure == 0) m_failure = errno ? errno : EIO;
+        m_file = nullptr;
         return m_failure;
     }
 
 private:
-    int m_failure = 0;
+    int m_failure;
 };
 
 OIIO::ImageSpec SpecFor(const FileType& type, const Frame& frame, const PictureHeader& source,
@@ -392,8 +412,8 @@ void WritePicture(const fs::path& file, const Frame& frame, const PictureHeader&
     CheckedFile target(temporary.Path());
     auto out = OIIO::ImageOutput::create(temporary.Path().string());
     if (!out) FailToWrite(file, FirstLine(OIIO::geterror()));
-    // The others report their failures, and TIFF needs a file of its own.
-    if (type.suffix == ".png" || type.alpha == Alpha::None) out->set_ioproxy(&target);
+    const bool isTiff = type.suffix.starts_with(".tif");
+    if (!isTiff) out->set_ioproxy(&target);  // that library reads what it has written
     if (!out->open(temporary.Path().string(), spec)) FailToWrite(file, FirstLine(out->geterror()));
 
     const Alpha alpha = channels == 4 ? type.alpha : Alpha::None;
@@ -410,6 +430,8 @@ void WritePicture(const fs::path& file, const Frame& frame, const PictureHeader&
     WithSampleType(frame.Format().sample, writeRows);
     if (!out->close()) FailToWrite(file, FirstLine(out->geterror()));
     if (const int error = target.Finish()) FailToWrite(file, std::strerror(error));
+    if (isTiff && !LastRowReads(temporary.Path(), spec))
+        FailToWrite(file, "not all of it was kept; is the disk full?");
     if (type.suffix == ".dpx") WriteDpxTags(temporary.Path(), dpx, file.filename().string());
     temporary.Commit();
 }
