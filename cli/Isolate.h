@@ -11,7 +11,7 @@ namespace zel {
 
 // clang-format off
 inline constexpr Option kIsolateOption     {"--isolate",         nullptr,   "run effects in processes of their own"};
-inline constexpr Option kIsolateLimitOption{"--isolate-timeout", "SECONDS", "with --isolate: for one command (default: 60)"};
+inline constexpr Option kIsolateLimitOption{"--isolate-timeout", "S",       "seconds that a command may take then (default: 60)"};
 // clang-format on
 
 /// Null unless --isolate was given. Throws Error(Usage).

@@ -119,6 +119,8 @@ std::int64_t NearestTo(std::int64_t number, const std::vector<std::int64_t>& num
 
 }  // namespace
 
+bool HasFrameNumber(const fs::path& file) { return Numbered(file).has_value(); }
+
 Sequence FindSequence(const fs::path& in, bool several) {
     std::error_code ignored;
     if (fs::is_directory(in, ignored)) return OnlySequenceIn(in);

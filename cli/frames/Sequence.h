@@ -24,6 +24,9 @@ struct Sequence {
 /// folder has several.
 Sequence FindSequence(const std::filesystem::path& in, bool several);
 
+/// True when the name of a file could be that of a frame.
+bool HasFrameNumber(const std::filesystem::path& file);
+
 enum class Missing { Error, Skip, Nearest };
 
 /// A frame that a run takes, and the number of the file that it is read from.

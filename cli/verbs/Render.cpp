@@ -161,8 +161,8 @@ FramesOptions FramesOptionsFrom(const Arguments& arguments) {
 /// What the outputs are called: as OUT says, or as the inputs when that is a folder.
 FrameName OutputName(const std::string& to, const FrameName& in) {
     std::error_code ignored;
-    if (!in.HasPlace()) return FrameName::Literal(to);
     if (std::filesystem::is_directory(to, ignored)) return in.In(to);
+    if (!in.HasPlace()) return FrameName::Literal(to);
     return FrameName::Parse(to).value_or(FrameName::Literal(to));
 }
 
@@ -175,8 +175,9 @@ void RequireType(const Arguments& arguments, const std::string& out) {
 /// IN may be one file of a sequence where something else asks for several frames.
 Sequence InputSequence(const std::string& in, bool ranged, const std::string& to) {
     std::error_code ignored;
-    const bool several = ranged || std::filesystem::is_directory(to, ignored) ||
-                         (FrameName::Parse(to) && !FrameName::Parse(in));
+    const bool folder = std::filesystem::is_directory(to, ignored);
+    const bool several =
+        ranged || (folder && HasFrameNumber(in)) || (FrameName::Parse(to) && !FrameName::Parse(in));
     return FindSequence(in, several);
 }
 
@@ -272,8 +273,7 @@ Verb RenderVerb() {
             "Examples:\n"
             "  zelfx render in.dpx out.dpx -e color_balance -s highlights.red=12.5\n"
             "  zelfx render shot.####.dpx out/shot.####.dpx -p look.json --skip-existing\n"
-            "Exit: 0 done, 1 failed, 2 wrong usage, 3 bad input, 4 effect failed, 5 missing,\n"
-            "  130 or 143 interrupted: the frames under way were finished",
+            "Exit: 0 done, 1 failed, 2 usage, 3 input, 4 effect, 5 missing, 130 interrupted",
             Run};
 }
 

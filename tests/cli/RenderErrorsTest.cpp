@@ -100,7 +100,7 @@ TEST_F(RenderErrors, PicturesThatBreakOff) {
 // --- output ---------------------------------------------------------------------
 
 TEST_F(RenderErrors, OutputThatCannotBe) {
-    fs::create_directory(In("folder.png"));
+    fs::create_directories(In("folder/good.png"));
     WriteFile(In("file"), "x", 1);
     const struct {
         std::string out;
@@ -110,7 +110,7 @@ TEST_F(RenderErrors, OutputThatCannotBe) {
         {"no/such/out.png", 1, {"'no/such/out.png'", "no folder 'no/such'"}},
         {"file/out.png", 1, {"'file/out.png'", "no folder 'file'"}},
         {"/proc/out.png", 1, {"'/proc/out.png'"}},
-        {"folder.png", 1, {"'folder.png'", "folder"}},
+        {"folder", 1, {"'folder/good.png'", "folder"}},
         {"out.gif", 2, {"'out.gif'", ".png", ".tif", ".exr", ".dpx", ".jpg"}},
         {"out", 2, {"'out'", ".png"}},
         {"", 2, {"''", ".png"}},
