@@ -1,6 +1,5 @@
 #include "ip/IpPlanar.h"
 
-#include "ip/detail/Layouts.h"
 #include "ip/detail/Units.h"
 
 namespace {
@@ -14,25 +13,25 @@ struct HalfRows {
     std::byte* operator[](std::ptrdiff_t r) const { return rows[r / 2]; }
 };
 
-using Pair = std::array<std::uint8_t, 4>;
-using PackPair = Pair(std::uint8_t y0, std::uint8_t y1, std::uint8_t cb, std::uint8_t cr);
+/// Of two pixels' Y, the first in the low byte.
+using PackPair = std::uint32_t(std::uint32_t ys, std::uint32_t cb, std::uint32_t cr);
 
-Pair PackCbYCrY(std::uint8_t y0, std::uint8_t y1, std::uint8_t cb, std::uint8_t cr) {
-    return {cb, y0, cr, y1};
+std::uint32_t PackCbYCrY(std::uint32_t ys, std::uint32_t cb, std::uint32_t cr) {
+    return cb | (ys << 8 & 0xFF00u) | cr << 16 | (ys << 16 & 0xFF000000u);
 }
 
-Pair PackYCbYCr(std::uint8_t y0, std::uint8_t y1, std::uint8_t cb, std::uint8_t cr) {
-    return {y0, cb, y1, cr};
+std::uint32_t PackYCbYCr(std::uint32_t ys, std::uint32_t cb, std::uint32_t cr) {
+    return (ys & 0xFFu) | cb << 8 | (ys << 8 & 0xFF0000u) | cr << 24;
 }
 
 template <PackPair* Pack>
 void PackPlanes(Rows dst, Rows srcY, Rows srcCb, Rows srcCr, int width, int height) {
-    const auto packPair = [](void* to, void* y, void* cb, void* cr) {
-        Store(to, Pack(LoadAt<std::uint8_t>(y, 0), LoadAt<std::uint8_t>(y, 1),
-                       Load<std::uint8_t>(cb), Load<std::uint8_t>(cr)));
+    const auto packPair = [](void* to, void* ys, void* cb, void* cr) {
+        Store(to, Pack(Load<std::uint16_t>(ys), Load<std::uint8_t>(cb), Load<std::uint8_t>(cr)));
     };
     const auto packRow = [=](void* to, void* y, void* cb, void* cr) {
-        ForEach(width / 2, packPair, UnitsOf<Pair>(to), Units{y, 2}, Units{cb, 1}, Units{cr, 1});
+        ForEach(width / 2, packPair, UnitsOf<std::uint32_t>(to), Units{y, 2}, Units{cb, 1},
+                Units{cr, 1});
     };
     ForEach(height, packRow, dst, srcY, HalfRows{srcCb}, HalfRows{srcCr});
 }

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
+#include <cstring>
 
 namespace {
 
@@ -40,8 +40,9 @@ void PlaceUnits(void* dst, void* src, const Columns& at, BlackAt blackAt) {
             UnitsOf<Unit>(dst, from), Numbers{});
     };
     blacken(0, at.start);
-    MapUnits<Unit>(At<Unit>(dst, at.start), At<Unit>(src, at.src), at.end - at.start,
-                   std::identity{});
+    if (at.end > at.start)
+        std::memcpy(At<Unit>(dst, at.start), At<Unit>(src, at.src),
+                    static_cast<std::size_t>(at.end - at.start) * sizeof(Unit));
     blacken(at.end, at.width);
 }
 
