@@ -22,6 +22,10 @@
 #define ZEL_AVX2 __attribute__((target("avx2")))
 #define ZEL_AVX512 __attribute__((target("avx512f,avx512bw,avx512vl,avx512vbmi")))
 
+/// Of what such functions call: out of line, vectors as results would depend on the flags
+/// of the whole file, as GCC warns.
+#define ZEL_AVX512_INLINE [[gnu::always_inline]] ZEL_AVX512 inline
+
 namespace zel::ip::x86 {
 
 /// How a row writes its destination. Stores past the caches need addresses that are

@@ -20,9 +20,23 @@ struct Pixels {
     __m512i first, last;
 };
 
+/// One of a field's weights, word by word.
+template <const V210Field& kField>
+ZEL_AVX512_INLINE __m512 Weights(float V210Weights::*part) {
+    const auto of = [=](std::size_t i) { return kField[i].weights.*part; };
+    return _mm512_setr4_ps(of(0), of(1), of(2), of(3));
+}
+
+/// An element of each of sixteen pixels.
+template <int kElement>
+ZEL_AVX512_INLINE __m512 Samples(__m512i pixels) {
+    const __m512i shifted = _mm512_srli_epi32(pixels, 8 * kElement);
+    return _mm512_cvtepi32_ps(_mm512_and_si512(shifted, _mm512_set1_epi32(0xFF)));
+}
+
 /// A field of sixteen words.
 template <Order From, const V210Field& kField>
-ZEL_AVX512 inline __m512i Codes(const Pixels& pixels) {
+ZEL_AVX512_INLINE __m512i Codes(const Pixels& pixels) {
     alignas(64) static constexpr auto kIndex = [] {
         std::array<std::int32_t, 16> index{};
         for (std::size_t i = 0; i < 16; ++i) {
@@ -31,29 +45,20 @@ ZEL_AVX512 inline __m512i Codes(const Pixels& pixels) {
         }
         return index;
     }();
-    const auto weight = [&](float V210Weights::*part) ZEL_AVX512 {
-        const auto of = [=](std::size_t i) { return kField[i].weights.*part; };
-        return _mm512_setr4_ps(of(0), of(1), of(2), of(3));
-    };
-    const __m512i bytes = _mm512_set1_epi32(0xFF);
     const __m512i pixel =
         _mm512_permutex2var_epi32(pixels.first, _mm512_load_si512(kIndex.data()), pixels.last);
-    const auto sample = [=](int element) ZEL_AVX512 {
-        const __m512i shifted = _mm512_srli_epi32(pixel, static_cast<unsigned>(8 * element));
-        return _mm512_cvtepi32_ps(_mm512_and_si512(shifted, bytes));
-    };
-    const __m512 r = _mm512_mul_ps(sample(From.r), weight(&V210Weights::r));
-    const __m512 g = _mm512_mul_ps(sample(From.g), weight(&V210Weights::g));
-    const __m512 b = _mm512_mul_ps(sample(From.b), weight(&V210Weights::b));
+    const __m512 r = _mm512_mul_ps(Samples<From.r>(pixel), Weights<kField>(&V210Weights::r));
+    const __m512 g = _mm512_mul_ps(Samples<From.g>(pixel), Weights<kField>(&V210Weights::g));
+    const __m512 b = _mm512_mul_ps(Samples<From.b>(pixel), Weights<kField>(&V210Weights::b));
     const __m512 sum = _mm512_add_ps(_mm512_add_ps(r, g), b);
-    const __m512 unit = _mm512_add_ps(sum, weight(&V210Weights::bias));
+    const __m512 unit = _mm512_add_ps(sum, Weights<kField>(&V210Weights::bias));
     const __m512i code = _mm512_cvttps_epi32(_mm512_mul_ps(unit, _mm512_set1_ps(1023.0f)));
     const __m512i raised = _mm512_max_epi32(code, _mm512_setzero_si512());
     return _mm512_min_epi32(raised, _mm512_set1_epi32(1023));
 }
 
 template <Order From>
-ZEL_AVX512 inline __m512i Words(const Pixels& pixels) {
+ZEL_AVX512_INLINE __m512i Words(const Pixels& pixels) {
     const __m512i low = Codes<From, kV210Low>(pixels);
     const __m512i middle = Codes<From, kV210Middle>(pixels);
     const __m512i high = Codes<From, kV210High>(pixels);
@@ -63,7 +68,7 @@ ZEL_AVX512 inline __m512i Words(const Pixels& pixels) {
 
 /// Sixteen pixels as words, of which `count` are there; no byte beyond them is read.
 template <Order From>
-ZEL_AVX512 inline __m512i LoadPixels(const std::byte* from, std::ptrdiff_t count = 16) {
+ZEL_AVX512_INLINE __m512i LoadPixels(const std::byte* from, std::ptrdiff_t count = 16) {
     const std::ptrdiff_t there = std::clamp<std::ptrdiff_t>(count, 0, 16) * From.elements;
     const __mmask64 mask = there == 64 ? ~__mmask64{0} : (__mmask64{1} << there) - 1;
     const __m512i bytes = _mm512_maskz_loadu_epi8(mask, from);
@@ -79,7 +84,7 @@ ZEL_AVX512 inline __m512i LoadPixels(const std::byte* from, std::ptrdiff_t count
 
 /// Fewer than four groups; nothing else is touched.
 template <Order From>
-ZEL_AVX512 inline void PackPart(std::byte* to, const std::byte* from, std::ptrdiff_t groups) {
+ZEL_AVX512_INLINE void PackPart(std::byte* to, const std::byte* from, std::ptrdiff_t groups) {
     const std::ptrdiff_t pixels = groups * kGroupPixels;
     const auto words = static_cast<__mmask16>((1u << groups * kWords) - 1);
     _mm512_mask_storeu_epi32(to, words,
