@@ -40,17 +40,17 @@ make_windows() {
 
 make_linux() {
   local name=zelfx-$version-linux-x86_64
-  build release
-  cmake --install build/release --prefix "$stage/$name" --strip >/dev/null
+  build package
+  cmake --install build/package --prefix "$stage/$name" --strip >/dev/null
   readme linux >"$stage/$name/README.txt"
   tar -C "$stage" --sort=name --owner=0 --group=0 --numeric-owner -czf "dist/$name.tar.gz" "$name"
   echo "dist/$name.tar.gz"
-  # The Debian package is CPack's, from the same build.
-  if [ -f build/release/CPackConfig.cmake ]; then
-    cpack --config build/release/CPackConfig.cmake -G DEB -B "$stage/deb" >/dev/null
-    cp "$stage"/deb/*.deb dist/
-    (cd dist && ls -- *"$version"*.deb | sed 's,^,dist/,')
-  fi
+  cpack --preset package -B "$stage/deb" >/dev/null
+  local package
+  for package in "$stage"/deb/*.deb; do
+    mv "$package" dist/
+    echo "dist/${package##*/}"
+  done
 }
 
 [ $# -gt 0 ] || set -- windows linux
