@@ -1,0 +1,23 @@
+#pragma once
+
+/// Renders through the effects for a long time in one process, with an eye on its memory.
+
+#include <functional>
+
+namespace zel::test {
+
+struct LongRunReport {
+    long settledKiB;  // largest resident memory in the first half, after a warm-up
+    long largestKiB;  // in the second half
+    long wrong;       // renders that were not as the first one of their kind
+
+    /// Pages come and go; a leak of one byte per render would show after a million.
+    bool IsConstant() const { return largestKiB <= settledKiB + 256; }
+};
+
+/// Sizes, formats, effects and hosts alternate from render to render, and every so often
+/// the modules are unloaded and loaded again. `progress` gets renders done and KiB, ten
+/// times.
+LongRunReport RunLong(long renders, const std::function<void(long, long)>& progress);
+
+}  // namespace zel::test
