@@ -88,6 +88,7 @@ TEST(Threads, SetUpAndRenderAFreshModuleAtOnce) {
                         start.arrive_and_wait();
                         const EffectSession session(file, Personality::Premiere);
                         differences[t] = Difference(expected, Rendered(session, job));
+                        start.arrive_and_wait();  // nobody unloads what others are at
                     });
             }
             for (const std::string& difference : differences) EXPECT_EQ(difference, "");
