@@ -13,7 +13,9 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <system_error>
@@ -121,6 +123,23 @@ std::string FirstLine(const std::string& text) {
     throw Error(ErrorKind::Other, "cannot write '" + file.string() + "': " + why);
 }
 
+/// What a header claims is refused before anything is allocated for it. 16384 x 16384 is
+/// several times what cameras and scanners make.
+void RequireBelievable(const fs::path& file, const OIIO::ImageSpec& spec) {
+    std::uint64_t most = std::uint64_t{1} << 28;
+    if (const char* given = std::getenv("ZELFX_MAX_PIXELS")) {
+        const char* const end = given + std::strlen(given);
+        const auto [rest, error] = std::from_chars(given, end, most);
+        if (error != std::errc{} || rest != end)
+            throw Error(ErrorKind::Usage, "ZELFX_MAX_PIXELS cannot be '" + std::string(given) +
+                                              "': it takes a whole number");
+    }
+    if (spec.image_pixels() <= most) return;
+    FailToRead(file, "it claims " + std::to_string(spec.width) + " x " +
+                         std::to_string(spec.height) + " pixels, and " + std::to_string(most) +
+                         " is the limit; if that is its size, set ZELFX_MAX_PIXELS to more");
+}
+
 /// Channels of the file that hold red, green, blue and alpha, by name where the names
 /// tell, else by position.
 std::array<int, 4> ColourChannels(const OIIO::ImageSpec& spec) {
@@ -162,6 +181,7 @@ PictureReader::PictureReader(const fs::path& file) : m_impl(std::make_unique<Imp
 
     const OIIO::ImageSpec& spec = m_impl->file->spec();
     if (spec.depth > 1) FailToRead(file, "it is a volume, not a picture");
+    RequireBelievable(file, spec);
     m_impl->channel = ColourChannels(spec);
     m_header.file = file;
     m_header.width = spec.width;

@@ -1,0 +1,152 @@
+/// Pictures, presets and names from strangers: what they claim is not believed, and they
+/// choose neither files nor commands.
+
+#include "tests/cli/CliTest.h"
+
+#include <fstream>
+#include <regex>
+
+namespace {
+
+using namespace zel::test;
+
+class Untrusted : public CliTest {
+protected:
+    Untrusted() { MakeWithMagick("in.png", 8, 4, std::vector<unsigned char>(96, 77)); }
+
+    void Write(const std::string& name, const std::string& content) const {
+        WriteFile(In(name), content.data(), content.size());
+    }
+};
+
+std::string BigEndian(std::uint32_t value) {
+    std::string bytes;
+    for (int shift = 24; shift >= 0; shift -= 8)
+        bytes += static_cast<char>(static_cast<unsigned char>(value >> shift));
+    return bytes;
+}
+
+std::uint32_t Crc32(const std::string& bytes) {
+    std::uint32_t crc = 0xFFFFFFFF;
+    for (const char byte : bytes) {
+        crc ^= static_cast<unsigned char>(byte);
+        for (int bit = 0; bit < 8; ++bit) crc = (crc >> 1) ^ (crc & 1 ? 0xEDB88320 : 0);
+    }
+    return ~crc;
+}
+
+std::string PngClaiming(std::uint32_t width, std::uint32_t height) {
+    using namespace std::string_literals;
+    const auto chunk = [](const std::string& typeAndData) {
+        return BigEndian(static_cast<std::uint32_t>(typeAndData.size() - 4)) + typeAndData +
+               BigEndian(Crc32(typeAndData));
+    };
+    return "\x89PNG\r\n\x1A\n" +
+           chunk("IHDR" + BigEndian(width) + BigEndian(height) + "\x10\x06\0\0\0"s) +
+           chunk("IDAT\x78\x9C\x03\0\0\0\0\x01"s) + chunk("IEND");
+}
+
+TEST_F(Untrusted, PicturesThatClaimTooMuch) {
+    const struct {
+        const char *name, *size;
+        std::string content;
+    } cases[] = {
+        {"wide.png", "1000000 x 1000", PngClaiming(1000000, 1000)},
+        {"square.png", "40000 x 25000", PngClaiming(40000, 25000)},
+        {"tall.png", "1000 x 1000000", PngClaiming(1000, 1000000)},
+        {"most.png", "1000000 x 1000000", PngClaiming(1000000, 1000000)},
+        {"square.ppm", "40000 x 25000", "P6\n40000 25000\n255\nabc"},
+    };
+    const long usual = Render("in.png", "usual.png").peakKiB;
+    for (const auto& c : cases) {
+        Write(c.name, c.content);
+        ExpectRefused({"render", c.name, "out.png", "-e", "color_balance"}, 3,
+                      {std::string("'") + c.name + "'", c.size, "268435456", "ZELFX_MAX_PIXELS"});
+        EXPECT_LT(Zelfx({"scope", c.name, "-o", "out.png"}).peakKiB, usual + 64 * 1024) << c.name;
+    }
+}
+
+TEST_F(Untrusted, ADpxFileThatClaimsTooMuch) {
+    Render("in.png", "good.dpx");
+    Bytes bytes = ReadFile(In("good.dpx"));
+    const std::string size = BigEndian(50000);
+    for (const std::size_t field : {772u, 776u}) std::copy_n(size.begin(), 4, &bytes[field]);
+    WriteFile(In("bad.dpx"), bytes);
+    ExpectRefused({"render", "bad.dpx", "out.png", "-e", "color_balance"}, 3,
+                  {"'bad.dpx'", "50000 x 50000", "ZELFX_MAX_PIXELS"});
+}
+
+TEST_F(Untrusted, TheLimitOfPixelsCanBeMoved) {
+    const Words render{"render", "in.png", "out.png", "-e", "color_balance"};
+    ExpectRefused(render, 3, {"8 x 4", "31 is the limit"},
+                  {.environment = {{"ZELFX_MAX_PIXELS", "31"}}});
+    for (const std::string wrong : {"", "many", "-1", "1e9", "99999999999999999999"})
+        ExpectRefused(render, 2, {"ZELFX_MAX_PIXELS cannot be '" + wrong + "'"},
+                      {.environment = {{"ZELFX_MAX_PIXELS", wrong}}});
+    EXPECT_EQ(Zelfx(render, {.environment = {{"ZELFX_MAX_PIXELS", "32"}}}).status, 0);
+    Write("big.png", PngClaiming(40000, 25000));
+    // Believed now: the file is refused for what it has not.
+    ExpectRefused({"scope", "big.png", "-o", "s.png"}, 3, {"big.png", "damaged"},
+                  {.environment = {{"ZELFX_MAX_PIXELS", "1000000000"}}});
+}
+
+TEST_F(Untrusted, PresetsChooseNoFiles) {
+    fs::create_directory(In("else"));
+    fs::copy_file(ZELFX_MODULE, In("else/stray.so"));
+    const std::string here = In("").string();
+    for (const std::string& effect :
+         {std::string("else/stray.so"), std::string("./else/stray"), here + "else/stray.so",
+          std::string("../") + In("").parent_path().filename().string() + "/else/stray.so",
+          std::string("..\\\\else\\\\stray.so")}) {
+        Write("look.json", R"({"effect": ")" + effect + R"(", "version": 1})");
+        ExpectRefused({"render", "in.png", "out.png", "-p", "look.json"}, 4,
+                      {"'look.json'", "there is no effect"});
+    }
+    for (const char* member : {"output", "file", "path", "save-preset"}) {
+        Write("look.json", R"({"effect": "Color Balance", "version": 1, ")" + std::string(member) +
+                               R"(": "stray.png"})");
+        ExpectRefused({"render", "in.png", "out.png", "-p", "look.json"}, 3,
+                      {"'look.json'", std::string("'") + member + "'"});
+    }
+}
+
+TEST_F(Untrusted, NamesAreNoCommands) {
+    for (const std::string name :
+         {"$(touch gotcha).png", "`touch gotcha`.png", ";touch gotcha;.png", "|touch gotcha.png",
+          "a&touch gotcha&.png", "'\"; touch gotcha;.png", "a\ntouch gotcha\n.png", "~.png",
+          "*.png", "%s%n%x.png"}) {
+        SCOPED_TRACE(name);
+        fs::copy_file(In("in.png"), In(name));
+        const Outcome run = Zelfx({"render", name, "out-" + name, "-e", "color_balance", "-q",
+                                   "--save-preset", name + ".json"});
+        EXPECT_EQ(run.status, 0) << run.err;
+        EXPECT_TRUE(fs::exists(In("out-" + name)));
+        EXPECT_EQ(Zelfx({"curve", "-p", name + ".json", "-o", name + ".svg"}).status, 0);
+        EXPECT_FALSE(fs::exists(In("gotcha")));
+    }
+}
+
+/// No shell anywhere: programs are started by name and words.
+TEST(Sources, CallNoShell) {
+    const std::regex shell(R"(\b(system|popen|_popen|wordexp|execlp?|execle)\s*\(|/bin/(ba)?sh)");
+    int files = 0;
+    for (const char* folder : {"abi", "cli", "effects", "headless", "host", "ip", "lut"})
+        for (const auto& entry :
+             fs::recursive_directory_iterator(fs::path(ZEL_SOURCE_ROOT) / folder)) {
+            const std::string suffix = entry.path().extension().string();
+            if (suffix != ".cpp" && suffix != ".h") continue;
+            ++files;
+            std::ifstream in(entry.path());
+            int number = 0;
+            for (std::string line; std::getline(in, line);) {
+                ++number;
+                EXPECT_FALSE(std::regex_search(line, shell))
+                    << entry.path() << ":" << number << ": " << line;
+            }
+        }
+    EXPECT_GT(files, 150);
+    for (const char* call : {"std::system(\"ls\")", "popen (name, \"r\")", "\"/bin/sh\""})
+        EXPECT_TRUE(std::regex_search(call, shell)) << "the check itself: " << call;
+}
+
+}  // namespace
