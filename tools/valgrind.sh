@@ -3,7 +3,7 @@
 # set, and code that nobody compiled with a sanitizer.
 #   tools/valgrind.sh quick          the modules, as an editor drives them: a few minutes
 #   tools/valgrind.sh                that and the engine, the host side and the strain tests
-#   tools/valgrind.sh PROGRAM...     these test programs, below build/dev/tests
+#   tools/valgrind.sh PROGRAM...     these test programs, below build/valgrind/tests
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -18,14 +18,16 @@ case "${1:-all}" in
   *) programs=("$@") ;;
 esac
 
-# Unoptimised, and at the instruction set that valgrind knows.
-cmake --preset dev -DZEL_BUILD_CLI=OFF -DZEL_BUILD_BENCH=OFF >/dev/null
-cmake --build --preset dev --target "${programs[@]##*/}" | tail -n 1
+# With lines to name, and at an instruction set that valgrind knows.
+build=build/valgrind
+cmake --preset gcc -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+  -DZEL_BUILD_CLI=OFF -DZEL_BUILD_BENCH=OFF >/dev/null
+cmake --build "$build" --target "${programs[@]##*/}" | tail -n 1
 export ZELFX_CPU=${ZELFX_CPU:-avx2}
 for program in "${programs[@]}"; do
   echo "== $program"
   valgrind --quiet --error-exitcode=9 --leak-check=full --show-leak-kinds=definite \
-    --errors-for-leak-kinds=definite "build/dev/tests/$program" --gtest_brief=1 \
+    --errors-for-leak-kinds=definite "$build/tests/$program" --gtest_brief=1 \
     --gtest_filter="$skip"
 done
 echo "valgrind found nothing in: ${programs[*]}"
