@@ -49,6 +49,15 @@ TEST_F(Sequences, EveryWayToNameThem) {
     }
 }
 
+TEST_F(Sequences, APictureWithoutANumberGoesIntoAFolderToo) {
+    fs::copy_file(In("in/shot.0003.png"), In("still.png"));
+    const Outcome run = RenderFrames("still.png", "out");
+    EXPECT_EQ(run.status, 0) << run.err;
+    const Files out = FilesIn("out"), alone = RenderedAlone(3);
+    ASSERT_EQ(out.size(), 1u);
+    EXPECT_EQ(out.at("still.png"), alone.at("shot.0003.png"));
+}
+
 TEST_F(Sequences, TheSameBytesWhateverTheJobs) {
     const Files alone = RenderedAlone(kFrames);
     for (const char* jobs : {"1", "2", "3", "7", "256"}) {
