@@ -11,8 +11,10 @@ struct LongRunReport {
     long largestKiB;  // in the second half
     long wrong;       // renders that were not as the first one of their kind
 
-    /// Pages come and go; a leak of one byte per render would show after a million.
-    bool IsConstant() const { return largestKiB <= settledKiB + 256; }
+    /// Pages come and go; a kibibyte lost per render shows after some thousands.
+    bool IsConstant() const {
+        return largestKiB <= settledKiB + 1024;
+    }  // the heap breathes by half that
 };
 
 /// Sizes, formats, effects and hosts alternate from render to render, and every so often
