@@ -72,12 +72,34 @@ Arguments Collect(const std::deque<Slot>& slots) {
     return arguments;
 }
 
+/// "there is no option '--hlep'; did you mean --help?"
+std::string UnknownOption(const std::string& given, const Verb* verb) {
+    std::vector<std::string> known{"--help"};
+    if (!verb) known.emplace_back("--version");
+    if (verb)
+        for (const Option& option : verb->options)
+            for (const std::string& flag : option.Flags())
+                if (flag.starts_with("--")) known.push_back(flag);
+    return "there is no option '" + given + "'" + DidYouMean(given, known);
+}
+
+std::string SeeHelp(const std::string& text, const Verb* verb) {
+    if (text.ends_with('?')) return text;
+    return text + "; see 'zelfx " + (verb ? std::string(verb->name) + " " : "") + "--help'";
+}
+
+/// What comes first is a verb, or one of the few options beside them.
 void RequireVerb(std::span<const Verb> verbs, const std::string& given) {
+    constexpr std::string_view options[] = {"-h", "--help", "--version"};
     std::vector<std::string> names;
     for (const Verb& verb : verbs) names.emplace_back(verb.name);
-    if (std::ranges::find(names, given) == names.end())
-        throw Error(ErrorKind::Usage,
-                    "there is no verb '" + given + "'; the verbs are " + AllOf(names));
+    if (std::ranges::find(names, given) != names.end()) return;
+    if (std::ranges::find(options, given) != std::end(options)) return;
+    if (given.starts_with('-'))
+        throw Error(ErrorKind::Usage, SeeHelp(UnknownOption(given, nullptr), nullptr));
+    const std::string near = DidYouMean(given, names);
+    throw Error(ErrorKind::Usage, "there is no verb '" + given + "'" +
+                                      (near.empty() ? "; the verbs are " + AllOf(names) : near));
 }
 
 /// What the parser found wrong, in the words of this program. `verb` is null when there
@@ -85,14 +107,7 @@ void RequireVerb(std::span<const Verb> verbs, const std::string& given) {
 std::string Complaint(const CLI::ParseError& error, std::span<const Verb> verbs, const Verb* verb,
                       const std::vector<std::string>& rest) {
     const bool tooMuch = dynamic_cast<const CLI::ExtrasError*>(&error) && !rest.empty();
-    if (tooMuch && rest.front().starts_with('-')) {
-        std::vector<std::string> known{"--help"};
-        if (verb)
-            for (const Option& option : verb->options)
-                for (const std::string& flag : option.Flags())
-                    if (flag.starts_with("--")) known.push_back(flag);
-        return "there is no option '" + rest.front() + "'" + DidYouMean(rest.front(), known);
-    }
+    if (tooMuch && rest.front().starts_with('-')) return UnknownOption(rest.front(), verb);
     if (tooMuch) return "'" + rest.front() + "' is one argument too many";
     if (!verb) {
         std::vector<std::string> names;
@@ -154,7 +169,7 @@ int RunVerbs(std::span<const Verb> verbs, int argc, const char* const* argv) {
     app.set_version_flag("--version", "zelfx " ZELFX_VERSION);
     app.require_subcommand(1);
 
-    if (argc > 1 && argv[1][0] != '-') RequireVerb(verbs, argv[1]);
+    if (argc > 1) RequireVerb(verbs, argv[1]);
     std::deque<std::pair<CLI::App*, std::deque<Slot>>> parsers;
     for (const Verb& verb : verbs) {
         CLI::App* sub = app.add_subcommand(verb.name, verb.summary);
@@ -174,11 +189,8 @@ int RunVerbs(std::span<const Verb> verbs, int argc, const char* const* argv) {
             std::cout << (chosen ? HelpOf(*chosen) : HelpOf(verbs));
             return 0;
         }
-        std::string text = Complaint(e, verbs, chosen, app.remaining(true));
-        if (!text.ends_with('?'))
-            text += std::string("; see 'zelfx ") + (chosen ? chosen->name : "") +
-                    (chosen ? " --help'" : "--help'");
-        throw Error(ErrorKind::Usage, text);
+        const std::string text = Complaint(e, verbs, chosen, app.remaining(true));
+        throw Error(ErrorKind::Usage, SeeHelp(text, chosen));
     }
     const auto parsed =
         std::ranges::find_if(parsers, [](const auto& p) { return p.first->parsed(); });

@@ -42,6 +42,17 @@ void ExpectRefused(const Words& words, const Words& texts) {
     }
 }
 
+TEST(Verbs, AreKnownOrRefused) {
+    ExpectRefused({}, {"a verb is missing", "list", "man"});
+    ExpectRefused({"rendr"}, {"no verb 'rendr'", "did you mean render"});
+    ExpectRefused({"qqqqqq"}, {"no verb 'qqqqqq'", "list", "render", "man"});
+    ExpectRefused({""}, {"no verb ''"});
+    ExpectRefused({"--nonsense"}, {"'--nonsense'"});
+    ExpectRefused({"--versoin"}, {"'--versoin'", "did you mean", "--version"});
+    for (const zel::Verb& verb : zel::AllVerbs())
+        ExpectRefused({std::string(verb.name) + "x"}, {"no verb", verb.name});
+}
+
 TEST(Options, NeedTheirValue) {
     for (const zel::Verb& verb : zel::AllVerbs())
         for (const zel::Option& option : verb.options)
