@@ -1,4 +1,4 @@
-/// What has the specified rows alone: planes into pairs, nearest pixels, a flip in place.
+/// What has one form only: planes into pairs, nearest pixels, a flip in place.
 
 #include "bench/Frames.h"
 #include "ip/Ip.h"
