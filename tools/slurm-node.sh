@@ -11,7 +11,7 @@ for program in munged slurmctld slurmd sbatch; do
   command -v $program >/dev/null || { echo "slurm-node: $program is not installed" >&2; exit 1; }
 done
 
-home=$(mktemp -d /tmp/slurm-node.XXXXXX)
+home=$(mktemp -d)
 pids=()
 cleanup() {
   status=$?
