@@ -64,9 +64,9 @@ public:
 
     void Kill(int signal) const { kill(m_child, signal); }
 
-    /// The exit status, or -signal; a failure when it takes more than 20 seconds.
+    /// The exit status, or -signal; a failure when it takes more than a minute.
     int Wait() {
-        for (int i = 0; i < 2000 && m_status < 0; ++i) {
+        for (int i = 0; i < 6000 && m_status < 0; ++i) {
             int status = 0;
             if (waitpid(m_child, &status, WNOHANG) == m_child) {
                 m_status = 1;
