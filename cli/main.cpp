@@ -2,6 +2,7 @@
 
 #include "cli/Options.h"
 #include "cli/frames/Interrupt.h"
+#include "cli/picture/QuietLibraries.h"
 #include "cli/verbs/Verbs.h"
 #include "headless/Error.h"
 
@@ -25,14 +26,14 @@ bool returned = false;
 /// An effect that calls exit() must not look like success.
 void RefuseEarlyExit() {
     if (returned) return;
-    std::fputs("zelfx: the effect has ended the program\n", stderr);
+    zel::WriteToStderr("zelfx: the effect has ended the program\n");
     std::_Exit(static_cast<int>(zel::ErrorKind::Module));
 }
 
 /// Out of memory where nobody can know, so that not even the libraries' own set-down may
 /// run: one of them ends the program by a signal then.
 [[noreturn]] void EndWithoutMemory() {
-    std::fputs("zelfx: out of memory\n", stderr);
+    zel::WriteToStderr("zelfx: out of memory\n");
     std::_Exit(static_cast<int>(zel::ErrorKind::Other));
 }
 
