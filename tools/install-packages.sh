@@ -9,10 +9,11 @@ set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config libopenimageio-dev libcli11-dev nlohmann-json3-dev
        libcairo2-dev libssl-dev fonts-dejavu-core)
-test=(clang libclang-rt-14-dev clang-format g++-12-multilib binutils
+test=(clang llvm libclang-rt-14-dev clang-format g++-12-multilib binutils
       libgtest-dev libbenchmark-dev
       openimageio-tools imagemagick ffmpeg valgrind
-      opencolorio-tools libopencolorio-dev libxml2-utils libplist-utils)
+      opencolorio-tools libopencolorio-dev libxml2-utils libplist-utils
+      zsh groff-base)
 # Not g++-multilib: it refuses to be installed beside a cross compiler, over the one link
 # that it brings (/usr/include/asm). cmake/toolchains/m32.cmake does without the link.
 targets=(g++-12-multilib g++-aarch64-linux-gnu libc6-dev-arm64-cross g++-mingw-w64-x86-64-posix
