@@ -7,7 +7,7 @@
 # is what tools/slurm-test.sh and tools/speed-test.sh run.
 set -euo pipefail
 
-build=(g++ cmake ninja-build pkg-config libopenimageio-dev libcli11-dev nlohmann-json3-dev
+build=(g++ cmake ninja-build pkg-config libopenimageio-dev libopenexr-dev libcli11-dev nlohmann-json3-dev
        libcairo2-dev libssl-dev fonts-dejavu-core)
 test=(clang llvm libclang-rt-14-dev clang-format g++-12-multilib binutils
       libgtest-dev libbenchmark-dev

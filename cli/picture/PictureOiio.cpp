@@ -7,6 +7,7 @@
 #include "headless/Error.h"
 #include "headless/Text.h"
 
+#include <OpenEXR/ImfInputFile.h>
 #include <OpenImageIO/filesystem.h>
 #include <OpenImageIO/imageio.h>
 
@@ -363,6 +364,16 @@ private:
     int m_failure;
 };
 
+/// The library writes the table of its rows last, in a destructor, and passes over a
+/// failure there.
+bool ExrIsComplete(const fs::path& file) {
+    try {
+        return Imf::InputFile(file.c_str()).isComplete();
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
 OIIO::ImageSpec SpecFor(const FileType& type, const Frame& frame, const PictureHeader& source,
                         const DepthFacts& depth, int channels, const DpxTags& dpx) {
     OIIO::ImageSpec spec = source.attributes ? source.attributes->spec : OIIO::ImageSpec();
@@ -452,6 +463,8 @@ void WritePicture(const fs::path& file, const Frame& frame, const PictureHeader&
     if (const int error = target.Finish()) FailToWrite(file, std::strerror(error));
     if (isTiff && !LastRowReads(temporary.Path(), spec))
         FailToWrite(file, "not all of it was kept; is the disk full?");
+    if (type.suffix == ".exr" && !ExrIsComplete(temporary.Path()))
+        FailToWrite(file, "not all of it was kept; is there memory left?");
     if (type.suffix == ".dpx") WriteDpxTags(temporary.Path(), dpx, file.filename().string());
     temporary.Commit();
 }
