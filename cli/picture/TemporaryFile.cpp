@@ -96,6 +96,16 @@ struct Slot {
 };
 std::array<Slot, 300> slots;
 
+/// True from when a signal has begun to remove what there is until the program has ended.
+std::atomic<bool> ending = false;
+
+/// Not a new file behind the back of the thread that removes them all.
+void StopIfEnding() {
+#if !defined(_WIN32)
+    while (ending) pause();
+#endif
+}
+
 int Remember(const fs::path& file) {
     const std::string name = file.string();
     if (name.size() >= slots[0].name.size()) return -1;
@@ -120,12 +130,16 @@ TemporaryFile::TemporaryFile(const fs::path& target) : m_target(target) {
     // Not after the target: its name may be as long as names can be.
     m_path = folder / (std::string(kPrefix) + MachineWord() + '-' + UniqueWord() +
                        target.extension().string());
+    StopIfEnding();
+    m_slot = Remember(m_path);
     try {
         m_lock = CreateLocked(m_path);
     } catch (const std::system_error& e) {
+        Close();
         FailToWrite(target, std::strerror(e.code().value()));
     }
-    m_slot = Remember(m_path);
+    if (ending) fs::remove(m_path, ignored);
+    StopIfEnding();
 }
 
 TemporaryFile::~TemporaryFile() {
@@ -174,8 +188,13 @@ std::size_t RemoveDeadTemporaryFiles(const fs::path& folder) {
 
 void RemoveTemporaryFiles() noexcept {
 #if !defined(_WIN32)
-    for (Slot& slot : slots)
-        if (slot.state == Slot::Named) unlink(slot.name.data());
+    ending = true;
+    // Libraries open some of them by name, and thereby make them again.
+    for (bool removed = true; removed;) {
+        removed = false;
+        for (Slot& slot : slots)
+            if (slot.state == Slot::Named) removed |= unlink(slot.name.data()) == 0;
+    }
 #endif
 }
 

@@ -191,7 +191,7 @@ TEST_F(RenderErrors, WrongUsage) {
         Words arguments, texts;
     } cases[] = {
         {{}, {"verb", "list, describe, render,", "--help"}},
-        {{"rendre"}, {"'rendre'", "list, describe, render,"}},
+        {{"rendre"}, {"'rendre'", "did you mean render?"}},
         {{""}, {"''", "list, describe, render,"}},
         {{"render"}, {"IN", "missing", "zelfx render --help"}},
         {{"render", "good.png"}, {"OUT", "missing", "zelfx render --help"}},
