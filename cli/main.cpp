@@ -3,6 +3,7 @@
 #include "cli/Options.h"
 #include "cli/frames/Interrupt.h"
 #include "cli/picture/QuietLibraries.h"
+#include "cli/picture/TemporaryFile.h"
 #include "cli/verbs/Verbs.h"
 #include "headless/Error.h"
 
@@ -33,6 +34,7 @@ void RefuseEarlyExit() {
 /// Out of memory where nobody can know, so that not even the libraries' own set-down may
 /// run: one of them ends the program by a signal then.
 [[noreturn]] void EndWithoutMemory() {
+    zel::RemoveTemporaryFiles();
     zel::WriteToStderr("zelfx: out of memory\n");
     std::_Exit(static_cast<int>(zel::ErrorKind::Other));
 }
