@@ -123,8 +123,8 @@ void SavePreset(const std::filesystem::path& file, const std::string& effect,
         if (!p.IsSettable() || IsDefault(values, p)) continue;
         if (p.kind == Parameter::Kind::CheckBox)
             parameters[p.path] = values.Get(p) != 0.0;
-        else  // through text, so that 0.6 reads 0.6 and not 0.6000000238418579
-            parameters[p.path] = Json::parse(Number(static_cast<float>(values.Get(p))));
+        else  // through text, so that 27 reads 27 and not 27.0
+            parameters[p.path] = Json::parse(Number(values.Get(p)));
     }
     const Json json{{"effect", effect}, {"version", kVersion}, {"parameters", parameters}};
 
