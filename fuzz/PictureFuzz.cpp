@@ -26,8 +26,9 @@ void ReadWhole(const std::filesystem::path& path, PrPixelFormat format) {
 
 }  // namespace
 
-/// The picture library loses a few bytes of its own on damaged files.
-extern "C" const char* __asan_default_options();
+/// The picture library loses a few bytes of its own on damaged files. Asked for by a shared
+/// library when the compiler is g++: not to be hidden.
+extern "C" __attribute__((visibility("default"))) const char* __asan_default_options();
 extern "C" const char* __asan_default_options() { return "detect_leaks=0"; }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
