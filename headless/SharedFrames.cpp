@@ -40,7 +40,7 @@ struct Layout {
     std::size_t pages;            // of each frame
     std::size_t pixels;           // bytes from the first row to behind the last
 
-    Layout(std::uint64_t recordCount, std::size_t pixelBytes)
+    Layout(std::size_t recordCount, std::size_t pixelBytes)
         : records((sizeof(RenderExchange) + alignof(PF_ParamDef) - 1) / alignof(PF_ParamDef) *
                   alignof(PF_ParamDef)),
           frames(InPages(records + recordCount * sizeof(PF_ParamDef))),
@@ -200,11 +200,11 @@ std::optional<MappedRender> MapRender(int descriptor) {
     const auto frameAt = [&](std::byte* pages) {
         return Frame(exchange.format, exchange.width, exchange.height, pages + layout.PixelsIn(0));
     };
-    return MappedRender{exchange,
-                        {reinterpret_cast<const PF_ParamDef*>(records + layout.records),
-                         static_cast<std::size_t>(exchange.records)},
-                        frameAt(output),
-                        frameAt(input)};
+    return MappedRender{
+        exchange,
+        {reinterpret_cast<const PF_ParamDef*>(records + layout.records), exchange.records},
+        frameAt(output),
+        frameAt(input)};
 }
 
 }  // namespace zel

@@ -22,7 +22,7 @@ struct RenderExchange {
     // From the host.
     PrPixelFormat format;
     std::int32_t width, height;
-    std::uint64_t records;
+    std::size_t records;
 
     // From the process that renders.
     enum class State : std::int32_t { None, Answered, Threw } state;
