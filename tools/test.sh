@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # Runs every test: installs what testing needs, checks the formatting, then builds and
-# tests each preset. A preset that fails does not keep the others from running; the last
-# lines say which failed, and how long each took.
-#   tools/test.sh [PRESET...]      only these presets of CMakePresets.json
+# tests each preset, and takes the modules through valgrind. A preset that fails does not
+# keep the others from running; the last lines say which failed, and how long each took.
+#   tools/test.sh [PRESET...]      only these presets of CMakePresets.json, or "valgrind"
 set -uo pipefail
 cd "$(dirname "$0")/.."
 
 presets=("$@")
-[ $# -gt 0 ] || presets=(gcc clang asan-ubsan m32 mingw aarch64)
+[ $# -gt 0 ] || presets=(gcc clang asan-ubsan tsan valgrind m32 mingw aarch64)
 
 packages=test
 for preset in "${presets[@]}"; do
@@ -30,6 +30,10 @@ quietly() {
   return 1
 }
 run_preset() {
+  if [ "$1" = valgrind ]; then
+    quietly tools/valgrind.sh quick
+    return
+  fi
   echo "== $1: build"
   quietly cmake --preset "$1" || return 1
   quietly cmake --build --preset "$1" -- -k 0 || return 1
