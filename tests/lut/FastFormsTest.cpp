@@ -64,7 +64,7 @@ TEST(FastForms, Gamma2) {
     const auto set = [](Params& params, int group, int control, int who, float value) {
         params[static_cast<std::size_t>(kEntry[group][control][who])] = value;
     };
-    for (int run = 0; run < 352; ++run) {
+    for (int run = 0; run < 384; ++run) {
         Params params = NeutralGamma();
         switch (run / 32) {
             case 0: break;  // neutral
@@ -106,6 +106,12 @@ TEST(FastForms, Gamma2) {
                 set(params, run % 4, 0, run % 3, 1.0f + static_cast<float>(run % 5 - 2) * 0x1p-23f);
                 set(params, kMasterGroup, 1, 0, any(1));
                 break;
+            case 10: {  // gammas whose powers are roots and whole numbers
+                constexpr float kGammas[] = {0.125f, 0.25f, 0.5f, 2.0f, 4.0f, 8.0f};
+                set(params, kMasterGroup, 0, run % 4, kGammas[run % 6]);
+                set(params, kMasterGroup, 1, 0, any(1));
+                break;
+            }
             default:  // everything
                 for (int group = 0; group < 4; ++group)
                     for (int k = 0; k < 3; ++k)
