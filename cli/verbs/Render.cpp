@@ -190,8 +190,13 @@ int RunPictures(const Arguments& arguments, FramesOptions options) {
                             : arguments.Is("missing", "nearest") ? Missing::Nearest
                                                                  : Missing::Error;
     std::error_code ignored;
-    // A suffix that cannot be written is told before anything of the input.
-    if (!std::filesystem::is_directory(to, ignored)) RequireType(arguments, to);
+    // An output that cannot be written is told before anything of the input.
+    if (!std::filesystem::is_directory(to, ignored)) {
+        if (to.ends_with('/'))
+            throw Error(ErrorKind::Other,
+                        "cannot write into '" + to + "': there is no such folder");
+        RequireType(arguments, to);
+    }
 
     const Sequence sequence = InputSequence(*arguments.Last("IN"), wanted.has_value(), to);
     const FrameName& in = sequence.name;

@@ -178,6 +178,7 @@ TEST_F(Sequences, RefusedBeforeTheFirstFrame) {
         Words told;
     } cases[] = {
         {"no such folder", {"in", "no/a.##.png"}, 1, {"no folder 'no'"}},
+        {"no such folder for all", {"in", "no/"}, 1, {"into 'no/'", "no such folder"}},
         {"no place", {"in", "out/a.png"}, 2, {"'out/a.png'", "6 frames", "####"}},
         {"two places", {"in", "out/a.##.##.png"}, 2, {"several places"}},
         {"another type", {"in/shot.####.png", "out/a.##.gif"}, 2, {".png", ".dpx"}},
