@@ -40,7 +40,7 @@ WANTED = 0.95
 # Test programs in the order in which they are asked; tests that start other programs only
 # compare what the others compare already.
 PROGRAMS = ["lut_tests", "ip_tests", "ip_scratch_tests", "variants_tests", "host_tests",
-            "effects_tests", "module_tests", "headless_tests"]
+            "effects_tests", "module_tests", "conformant_tests", "headless_tests"]
 QUICK = 0.1  # seconds: tests under it run together, the others one by one, quickest first
 
 # Binary operators stand between blanks in this tree, which tells them from references,
