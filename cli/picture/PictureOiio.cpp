@@ -135,10 +135,12 @@ void RequireBelievable(const fs::path& file, const OIIO::ImageSpec& spec) {
             throw Error(ErrorKind::Usage, "ZELFX_MAX_PIXELS cannot be '" + std::string(given) +
                                               "': it takes a whole number");
     }
-    if (spec.image_pixels() <= most) return;
-    FailToRead(file, "it claims " + std::to_string(spec.width) + " x " +
-                         std::to_string(spec.height) + " pixels, and " + std::to_string(most) +
-                         " is the limit; if that is its size, set ZELFX_MAX_PIXELS to more");
+    const std::string claim =
+        "it claims " + std::to_string(spec.width) + " x " + std::to_string(spec.height) + " pixels";
+    if (spec.width < 1 || spec.height < 1) FailToRead(file, claim + ": it is damaged");
+    if (spec.image_pixels() > most)
+        FailToRead(file, claim + ", and " + std::to_string(most) +
+                             " is the limit; if that is its size, set ZELFX_MAX_PIXELS to more");
 }
 
 /// Channels of the file that hold red, green, blue and alpha, by name where the names

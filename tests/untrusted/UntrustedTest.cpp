@@ -3,6 +3,7 @@
 
 #include "tests/cli/CliTest.h"
 
+#include <algorithm>
 #include <fstream>
 #include <regex>
 
@@ -74,6 +75,18 @@ TEST_F(Untrusted, ADpxFileThatClaimsTooMuch) {
     WriteFile(In("bad.dpx"), bytes);
     ExpectRefused({"render", "bad.dpx", "out.png", "-e", "color_balance"}, 3,
                   {"'bad.dpx'", "50000 x 50000", "ZELFX_MAX_PIXELS"});
+}
+
+TEST_F(Untrusted, PicturesThatClaimNothing) {
+    Render("in.png", "whole.dpx");
+    for (const std::ptrdiff_t offset : {772, 776}) {  // width and height
+        SCOPED_TRACE(offset);
+        auto content = ReadFile(In("whole.dpx"));
+        std::fill_n(content.begin() + offset, 4, '\0');
+        WriteFile(In("none.dpx"), content);
+        ExpectRefused({"render", "none.dpx", "out.png", "-e", "color_balance"}, 3,
+                      {"'none.dpx'", offset == 772 ? "0 x 4" : "8 x 0"});
+    }
 }
 
 TEST_F(Untrusted, TheLimitOfPixelsCanBeMoved) {
