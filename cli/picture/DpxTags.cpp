@@ -19,6 +19,9 @@ constexpr std::size_t kFileNameOffset = 36, kFileNameBytes = 100;
 constexpr std::streamoff kTransferOffset = 801;
 constexpr std::streamoff kColorimetricOffset = 802;
 
+// A field without a value.
+constexpr std::uint64_t kUndefined = 0xFFFFFFFF;
+
 /// Numbers of a header, in the byte order that its first word tells.
 class Header {
 public:
@@ -89,14 +92,20 @@ std::optional<DpxTags> ReadDpxTags(const std::filesystem::path& file) {
     return tags;
 }
 
+bool DpxClaimsTooMuch(const std::filesystem::path& file) {
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(file, ignored) || !ReadDpxTags(file)) return false;
+    const std::uint64_t userData = Header(file).Number(32, 4);
+    return userData != kUndefined && userData > std::filesystem::file_size(file);
+}
+
 bool DpxBreaksOff(const std::filesystem::path& file) {
-    constexpr std::uint64_t undefined = 0xFFFFFFFF;
     const Header header(file);
     if (header.Number(806, 2) == 1) return false;  // run-length coded
     const std::uint64_t width = header.Number(772, 4), height = header.Number(776, 4);
     const std::uint64_t ofElement = header.Number(808, 4);
     const std::uint64_t begin =
-        ofElement == undefined || ofElement == 0 ? header.Number(4, 4) : ofElement;
+        ofElement == kUndefined || ofElement == 0 ? header.Number(4, 4) : ofElement;
     const std::uint64_t row = RowBytes(width * SamplesPerPixel(header.Number(800, 1)),
                                        header.Number(803, 1), header.Number(804, 2) != 0);
     return std::filesystem::file_size(file) < begin + row * height;

@@ -174,6 +174,9 @@ PictureReader::PictureReader(const fs::path& file) : m_impl(std::make_unique<Imp
     if (!fs::exists(file, ignored)) FailToRead(file, "there is no such file");
     if (fs::is_directory(file, ignored)) FailToRead(file, "it is a folder, not a picture");
 
+    if (DpxClaimsTooMuch(file))
+        FailToRead(file, "it is damaged: it claims more user data than it has bytes");
+
     const QuietLibraries quiet;
     OIIO::ImageSpec straight;
     straight["oiio:UnassociatedAlpha"] = 1;

@@ -77,6 +77,16 @@ TEST_F(Untrusted, ADpxFileThatClaimsTooMuch) {
                   {"'bad.dpx'", "50000 x 50000", "ZELFX_MAX_PIXELS"});
 }
 
+TEST_F(Untrusted, ADpxFileThatClaimsUserData) {
+    Render("in.png", "good.dpx");
+    Bytes bytes = ReadFile(In("good.dpx"));
+    const std::string size = BigEndian(800'000'000);
+    std::copy_n(size.begin(), 4, &bytes[32]);
+    WriteFile(In("bad.dpx"), bytes);
+    ExpectRefused({"render", "bad.dpx", "out.png", "-e", "color_balance"}, 3,
+                  {"'bad.dpx'", "more user data than it has bytes"});
+}
+
 TEST_F(Untrusted, PicturesThatClaimNothing) {
     Render("in.png", "whole.dpx");
     for (const std::ptrdiff_t offset : {772, 776}) {  // width and height
