@@ -24,9 +24,11 @@ void FlushResults() {
 
 bool returned = false;
 
-/// An effect that calls exit() must not look like success.
+/// An effect that calls exit() must not look like success, nor leave half a file; the JPEG
+/// library calls it when memory runs out.
 void RefuseEarlyExit() {
     if (returned) return;
+    zel::RemoveTemporaryFiles();
     zel::WriteToStderr("zelfx: the effect has ended the program\n");
     std::_Exit(static_cast<int>(zel::ErrorKind::Module));
 }
