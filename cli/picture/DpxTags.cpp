@@ -92,13 +92,6 @@ std::optional<DpxTags> ReadDpxTags(const std::filesystem::path& file) {
     return tags;
 }
 
-bool DpxClaimsTooMuch(const std::filesystem::path& file) {
-    std::error_code ignored;
-    if (!std::filesystem::is_regular_file(file, ignored) || !ReadDpxTags(file)) return false;
-    const std::uint64_t userData = Header(file).Number(32, 4);
-    return userData != kUndefined && userData > std::filesystem::file_size(file);
-}
-
 bool DpxBreaksOff(const std::filesystem::path& file) {
     const Header header(file);
     if (header.Number(806, 2) == 1) return false;  // run-length coded

@@ -22,10 +22,6 @@ struct DpxTags {
 /// The tags of a DPX file; null when the file is none.
 std::optional<DpxTags> ReadDpxTags(const std::filesystem::path& file);
 
-/// True for a DPX file that claims more user data than it has bytes: the library would
-/// allocate all of it.
-bool DpxClaimsTooMuch(const std::filesystem::path& file);
-
 /// True when the file is shorter than its picture: the library reads past the end
 /// without a word. Says nothing of run-length coded pictures.
 bool DpxBreaksOff(const std::filesystem::path& file);

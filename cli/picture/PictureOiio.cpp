@@ -1,5 +1,6 @@
 /// Picture files through OpenImageIO.
 
+#include "cli/picture/Claims.h"
 #include "cli/picture/Picture.h"
 #include "cli/picture/Pixels.h"
 #include "cli/picture/QuietLibraries.h"
@@ -174,8 +175,7 @@ PictureReader::PictureReader(const fs::path& file) : m_impl(std::make_unique<Imp
     if (!fs::exists(file, ignored)) FailToRead(file, "there is no such file");
     if (fs::is_directory(file, ignored)) FailToRead(file, "it is a folder, not a picture");
 
-    if (DpxClaimsTooMuch(file))
-        FailToRead(file, "it is damaged: it claims more user data than it has bytes");
+    if (const auto claim = FalseClaim(file)) FailToRead(file, "it is damaged: it claims " + *claim);
 
     const QuietLibraries quiet;
     OIIO::ImageSpec straight;

@@ -87,6 +87,26 @@ TEST_F(Untrusted, ADpxFileThatClaimsUserData) {
                   {"'bad.dpx'", "more user data than it has bytes"});
 }
 
+TEST_F(Untrusted, AnExrFileThatClaimsALargeAttribute) {
+    using namespace std::string_literals;
+    Tool({"oiiotool", "in.png", "--attrib", "owner", "somebody", "-o", "good.exr"});
+    const long usual = Render("good.exr", "usual.png").peakKiB;
+    Bytes bytes = ReadFile(In("good.exr"));
+    const std::string attribute = "owner\0string\0"s + "\x08\0\0\0"s + "somebody";
+    const auto at = std::ranges::search(bytes, attribute).begin();
+    ASSERT_NE(at, bytes.end());
+    const std::uint32_t left = static_cast<std::uint32_t>(bytes.end() - at) - 17;
+    for (const std::uint32_t claimed : {left + 1, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
+        SCOPED_TRACE(claimed);
+        std::string size = BigEndian(claimed);
+        std::ranges::copy(size.rbegin(), size.rend(), at + 13);
+        WriteFile(In("bad.exr"), bytes);
+        const Words render{"render", "bad.exr", "out.png", "-e", "color_balance"};
+        ExpectRefused(render, 3, {"'bad.exr'", "an attribute of more bytes than it has"});
+        EXPECT_LT(Zelfx(render).peakKiB, usual + 64 * 1024);
+    }
+}
+
 TEST_F(Untrusted, PicturesThatClaimNothing) {
     Render("in.png", "whole.dpx");
     for (const std::ptrdiff_t offset : {772, 776}) {  // width and height
