@@ -58,10 +58,10 @@ constexpr Case kCrashes[] = {
     {"ExitsInSetup",         "ExitsInSetup.so' ended its process in GLOBAL_SETUP"},
     {"ExitsInRender",        "ExitsInRender.so' ended its process in RENDER"},
 };
-constexpr Case kHangs[] = {
-    {"NeverLoads",           "NeverLoads.so' was not loaded within 1 second"},
-    {"NeverSetsUp",          "NeverSetsUp.so' did not return from PARAMS_SETUP within 1 second"},
-    {"NeverRenders",         "NeverRenders.so' did not return from RENDER within 1 second"},
+constexpr Case kHangs[] = {  // given 5 seconds: on a busy machine 1 can pass before they hang
+    {"NeverLoads",           "NeverLoads.so' was not loaded within 5 seconds"},
+    {"NeverSetsUp",          "NeverSetsUp.so' did not return from PARAMS_SETUP within 5 seconds"},
+    {"NeverRenders",         "NeverRenders.so' did not return from RENDER within 5 seconds"},
 };
 constexpr Case kStrayWrites[] = {
     {"WritesBeforeItsFrame", "WritesBeforeItsFrame.so' wrote outside its frame in RENDER: 3 bytes before its first row"},
@@ -87,7 +87,8 @@ TEST_F(Misbehaving, CrashesAreSurvived) {
 
 TEST_F(Misbehaving, WhatDoesNotReturnIsGivenUp) {
     for (const Case& c : kHangs)
-        ExpectTold(c.module, {"--isolate", "--isolate-timeout", "1"}, {c.told});
+        ExpectTold(c.module, {"--isolate", "--isolate-timeout", "5"}, {c.told});
+    ExpectTold("NeverLoads", {"--isolate", "--isolate-timeout", "1"}, {"within 1 second\n"});
 }
 
 TEST_F(Misbehaving, WritesOutsideTheFrameAreFound) {
@@ -124,11 +125,11 @@ TEST_F(Misbehaving, ACrashWithoutAProcessOfItsOwnLeavesTheOldFile) {
 TEST_F(Misbehaving, FailuresOfTheSetDownAreTold) {
     const Case cases[] = {
         {"CrashesInSetdown", "CrashesInSetdown.so' crashed in GLOBAL_SETDOWN (SIGSEGV)"},
-        {"NeverSetsDown", "NeverSetsDown.so' did not return from GLOBAL_SETDOWN within 1 second"},
+        {"NeverSetsDown", "NeverSetsDown.so' did not return from GLOBAL_SETDOWN within 5 seconds"},
     };
     for (const Case& c : cases) {
         const Outcome run = Limited({"render", "in.png", std::string(c.module) + ".png", "-e",
-                                     FileOf(c.module), "--isolate", "--isolate-timeout", "1"});
+                                     FileOf(c.module), "--isolate", "--isolate-timeout", "5"});
         EXPECT_EQ(run.status, 0) << run.err;  // the picture is whole
         EXPECT_NE(run.err.find("zelfx: note: "), std::string::npos) << run.err;
         EXPECT_NE(run.err.find(c.told), std::string::npos) << run.err;
@@ -160,13 +161,13 @@ TEST_F(Misbehaving, OddRegistrations) {
 
 TEST_F(Misbehaving, AListGoesOnBehindThem) {
     const std::string folders = ZEL_MISBEHAVING ":" ZEL_MODULES;
-    const Outcome run = Limited({"list", "--isolate", "--isolate-timeout", "1"},
+    const Outcome run = Limited({"list", "--isolate", "--isolate-timeout", "5"},
                                 {.environment = {{"ZELFX_PATH", folders}}});
     EXPECT_EQ(run.status, 4);
     for (const char* good : {"zel_color_balance", "zel_log_linear_conversion", "AddsThousands"})
         EXPECT_NE(run.out.find(good), std::string::npos) << good << " in " << run.out;
     for (const char* told : {"CrashesWhenLoaded.so' crashed while it was loaded (SIGSEGV)",
-                             "NeverLoads.so' was not loaded within 1 second",
+                             "NeverLoads.so' was not loaded within 5 seconds",
                              "ExitsInSetup.so' ended its process in GLOBAL_SETUP"})
         EXPECT_NE(run.err.find(told), std::string::npos) << told << " in " << run.err;
 }
