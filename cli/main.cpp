@@ -41,6 +41,27 @@ void RefuseEarlyExit() {
     std::_Exit(static_cast<int>(zel::ErrorKind::Other));
 }
 
+/// True since an operator new of this thread has failed.
+thread_local bool memoryRanOut = false;
+
+void NoMemory() {
+    memoryRanOut = true;
+    throw std::bad_alloc();
+}
+
+/// Some libraries, the standard one too, throw where nothing may be thrown. They do not
+/// always catch it first: then it has no type here.
+[[noreturn]] void OnTerminate() {
+    try {
+        if (std::current_exception()) throw;
+        if (std::uncaught_exceptions() > 0 && memoryRanOut) EndWithoutMemory();
+    } catch (const std::bad_alloc&) {
+        EndWithoutMemory();
+    } catch (...) {
+    }
+    std::abort();
+}
+
 int Run(int argc, char** argv) {
     try {
         const int status = zel::RunVerbs(zel::AllVerbs(), argc, argv);
@@ -64,16 +85,8 @@ int Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     std::atexit(RefuseEarlyExit);
-    // Some libraries, the standard one too, throw where nothing may be thrown.
-    std::set_terminate([] {
-        try {
-            if (std::current_exception()) throw;
-        } catch (const std::bad_alloc&) {
-            EndWithoutMemory();
-        } catch (...) {
-        }
-        std::abort();
-    });
+    std::set_new_handler(NoMemory);
+    std::set_terminate(OnTerminate);
     const int status = Run(argc, argv);
     returned = true;
     return status;

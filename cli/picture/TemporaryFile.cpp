@@ -31,7 +31,7 @@ constexpr std::string_view kLetters = "0123456789abcdefghijklmnopqrstuvwxyz";
 
 /// Differs between processes and calls.
 std::string UniqueWord() {
-    static thread_local std::random_device device;
+    std::random_device device;  // one for each thread would need memory that cannot be refused
     std::string word;
     for (int i = 0; i < 10; ++i) word += kLetters[device() % kLetters.size()];
     return word;
