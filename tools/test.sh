@@ -52,7 +52,7 @@ run_preset() {
 keep_failures() {
   {
     echo "== $1: failed tests"
-    awk '/^ *[0-9]+\/[0-9]+ Test +#/ { failed = /\*\*\*|Not Run/; lines = 0 }
+    awk '/^ *[0-9]+\/[0-9]+ Test +#/ { failed = /\*\*\*/ && !/Skipped/; lines = 0 }
          /^ *Start +[0-9]+:/ || /tests passed,/ { failed = 0 }
          failed && ++lines <= 25' "$log" | cut -c -300 | head -n 70
     sed -n '/The following tests FAILED/,$p' "$log" | head -n 20
