@@ -40,10 +40,10 @@ bool DpxClaimsTooMuch(std::istream& in, bool bigEndian, std::uint64_t fileBytes)
     return userData != kUndefined && userData > fileBytes;
 }
 
-/// Passes over a name of a header; false when it is empty or the file ends in it.
-bool PassName(std::istream& in) {
+/// Passes over a text and the zero that ends it; its length, 0 where the file ends in it.
+std::streamsize PassText(std::istream& in) {
     in.ignore(std::numeric_limits<std::streamsize>::max(), '\0');
-    return in.good() && in.gcount() > 1;
+    return in.good() ? in.gcount() - 1 : 0;
 }
 
 /// Of a header, or of several behind each other, each a list of attributes that an empty
@@ -53,7 +53,8 @@ bool ExrClaimsTooMuch(std::istream& in, std::uint64_t fileBytes) {
     const bool several = TakeWord(in, false) & kSeveralParts;
     do {
         bool empty = true;
-        for (; PassName(in) && PassName(in); empty = false) {
+        for (; PassText(in) > 0; empty = false) {
+            PassText(in);  // the type, which may be empty
             const std::uint32_t bytes = TakeWord(in, false);
             if (!in) return false;  // it ends here: the library says so
             if (bytes > fileBytes - static_cast<std::uint64_t>(in.tellg())) return true;

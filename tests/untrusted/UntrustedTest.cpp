@@ -107,6 +107,23 @@ TEST_F(Untrusted, AnExrFileThatClaimsALargeAttribute) {
     }
 }
 
+// The second attribute claims too much; the type of the first is empty, which the library
+// takes.
+TEST_F(Untrusted, AnExrFileThatClaimsALargeAttributeBehindAnOddOne) {
+    using namespace std::string_literals;
+    for (const std::string& version : {"\x02\0\0\0"s, "\x02\x10\0\0"s}) {  // one part, several
+        Write("bad.exr", "\x76\x2F\x31\x01" + version + "owner\0\0\x08\0\0\0somebody"s +
+                             "next\0string\0\xFF\xFF\xFF\x7Fsome"s);
+        ExpectRefused({"render", "bad.exr", "out.png", "-e", "color_balance"}, 3,
+                      {"'bad.exr'", "an attribute of more bytes than it has"});
+    }
+    // In the header of the second part.
+    Write("bad.exr", "\x76\x2F\x31\x01\x02\x10\0\0name\0string\0\x03\0\0\0one\0"s +
+                         "name\0string\0\xFF\xFF\xFF\x7Ftwo\0\0"s);
+    ExpectRefused({"render", "bad.exr", "out.png", "-e", "color_balance"}, 3,
+                  {"'bad.exr'", "an attribute of more bytes than it has"});
+}
+
 TEST_F(Untrusted, PicturesThatClaimNothing) {
     Render("in.png", "whole.dpx");
     for (const std::ptrdiff_t offset : {772, 776}) {  // width and height
