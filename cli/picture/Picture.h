@@ -80,10 +80,6 @@ struct PictureShape {
 /// header and the end alone, so it does not see damage in between.
 bool IsWholePicture(const std::filesystem::path& file, const PictureShape& shape);
 
-/// Threads that the library may use for one picture; 0 for as many as there are
-/// processors. One is right where several pictures are under way.
-void SetThreadsPerPicture(int threads);
-
 struct WriteOptions {
     std::optional<Depth> depth;  // default: the source's, or the nearest the file can hold
     bool alpha = true;           // write the frame's alpha, where the file can hold it

@@ -158,6 +158,13 @@ std::array<int, 4> ColourChannels(const OIIO::ImageSpec& spec) {
     return channel;
 }
 
+/// The library works in the thread that calls it: threads of its own make a picture no
+/// faster, and when memory runs out in one of them, it goes on with what is gone already.
+void UseOneThread() {
+    static const bool done = OIIO::attribute("threads", 1) && OIIO::attribute("exr_threads", -1);
+    static_cast<void>(done);
+}
+
 }  // namespace
 
 const char* NameOf(Depth depth) { return FactsOf(depth).name; }
@@ -171,6 +178,7 @@ std::optional<Depth> DepthNamed(std::string_view name) {
 // --- reading --------------------------------------------------------------------
 
 PictureReader::PictureReader(const fs::path& file) : m_impl(std::make_unique<Impl>()) {
+    UseOneThread();
     std::error_code ignored;
     if (!fs::exists(file, ignored)) FailToRead(file, "there is no such file");
     if (fs::is_directory(file, ignored)) FailToRead(file, "it is a folder, not a picture");
@@ -300,11 +308,6 @@ bool IsWholePicture(const fs::path& file, const PictureShape& shape) {
     } catch (const Error&) {
         return false;
     }
-}
-
-void SetThreadsPerPicture(int threads) {
-    OIIO::attribute("threads", threads);
-    OIIO::attribute("exr_threads", threads == 1 ? -1 : threads);
 }
 
 // --- writing --------------------------------------------------------------------
@@ -437,6 +440,7 @@ void PackRow(const Frame& frame, int y, int channels, Alpha alpha, bool keepGlow
 
 void WritePicture(const fs::path& file, const Frame& frame, const PictureHeader& source,
                   const WriteOptions& options) {
+    UseOneThread();
     const FileType& type = TypeOf(file);
     const DepthFacts& depth = FactsOf(DepthFor(file, options.depth.value_or(source.depth)));
     const int channels = options.alpha && type.alpha != Alpha::None ? 4 : 3;
@@ -450,7 +454,6 @@ void WritePicture(const fs::path& file, const Frame& frame, const PictureHeader&
     if (!out) FailToWrite(file, FirstLine(OIIO::geterror()));
     const bool isTiff = type.suffix.starts_with(".tif");
     if (!isTiff) out->set_ioproxy(&target);  // that library reads what it has written
-    if (!out->open(temporary.Path().string(), spec)) FailToWrite(file, FirstLine(out->geterror()));
 
     const Alpha alpha = channels == 4 ? type.alpha : Alpha::None;
     const auto writeRows = [&](auto sample) {
@@ -463,8 +466,16 @@ void WritePicture(const fs::path& file, const Frame& frame, const PictureHeader&
                 FailToWrite(file, FirstLine(out->geterror()));
         }
     };
-    WithSampleType(frame.Format().sample, writeRows);
-    if (!out->close()) FailToWrite(file, FirstLine(out->geterror()));
+    try {
+        if (!out->open(temporary.Path().string(), spec))
+            FailToWrite(file, FirstLine(out->geterror()));
+        WithSampleType(frame.Format().sample, writeRows);
+        if (!out->close()) FailToWrite(file, FirstLine(out->geterror()));
+    } catch (const std::bad_alloc&) {
+        // Its destructor would go on writing, which crashes the library for JPEG.
+        static_cast<void>(out.release());
+        throw;
+    }
     if (const int error = target.Finish()) FailToWrite(file, std::strerror(error));
     if (isTiff && !LastRowReads(temporary.Path(), spec))
         FailToWrite(file, "not all of it was kept; is the disk full?");

@@ -211,10 +211,7 @@ int RunPictures(const Arguments& arguments, FramesOptions options) {
     const Chain chain = ChainFrom(arguments);
 
     const std::filesystem::path folder = out.Folder().empty() ? "." : out.Folder();
-    if (in.HasPlace()) {
-        RemoveDeadTemporaryFiles(folder);
-        SetThreadsPerPicture(1);
-    }
+    if (in.HasPlace()) RemoveDeadTemporaryFiles(folder);
     options.total = static_cast<std::int64_t>(plan.size());
     options.jobs = static_cast<int>(std::min<std::int64_t>(options.jobs, options.total));
     const ExpectedFiles* asManifest = expected ? &*expected : nullptr;
