@@ -13,6 +13,11 @@
 #include <iostream>
 #include <new>
 
+#if !defined(_WIN32)
+#include <unistd.h>
+#include <csignal>
+#endif
+
 namespace {
 
 /// Results that could not be printed, on a full disk for instance, are no success.
@@ -62,6 +67,52 @@ void NoMemory() {
     std::abort();
 }
 
+#if !defined(_WIN32)
+
+struct Crash {
+    int signal;
+    const char* told;
+    struct sigaction before = {};
+};
+
+// clang-format off
+Crash crashes[] = {
+    {SIGSEGV, "zelfx: crashed (SIGSEGV); --isolate tells of an effect that does\n"},
+    {SIGBUS,  "zelfx: crashed (SIGBUS); --isolate tells of an effect that does\n"},
+    {SIGFPE,  "zelfx: crashed (SIGFPE); --isolate tells of an effect that does\n"},
+    {SIGILL,  "zelfx: crashed (SIGILL); --isolate tells of an effect that does\n"},
+    {SIGABRT, "zelfx: crashed (SIGABRT); --isolate tells of an effect that does\n"},
+};
+// clang-format on
+pid_t ownProcess = 0;
+
+/// Leaves no half file, and the rest to what there was before: the fault happens again, or
+/// the signal comes again.
+void OnCrash(int signal, siginfo_t* facts, void*) {
+    for (const Crash& crash : crashes) {
+        if (crash.signal != signal) continue;
+        sigaction(signal, &crash.before, nullptr);
+        if (facts->si_code <= 0) std::raise(signal);  // sent, not a fault; on return
+        if (getpid() != ownProcess) return;           // the files are not a forked process's
+        zel::RemoveTemporaryFiles();
+        zel::WriteToStderrInHandler(crash.told);
+    }
+}
+
+void TidyUpAfterCrashes() {
+    ownProcess = getpid();
+    struct sigaction action = {};
+    action.sa_sigaction = OnCrash;
+    action.sa_flags = SA_SIGINFO;
+    for (Crash& crash : crashes) sigaction(crash.signal, &action, &crash.before);
+}
+
+#else
+
+void TidyUpAfterCrashes() {}
+
+#endif
+
 int Run(int argc, char** argv) {
     try {
         const int status = zel::RunVerbs(zel::AllVerbs(), argc, argv);
@@ -85,6 +136,7 @@ int Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     std::atexit(RefuseEarlyExit);
+    TidyUpAfterCrashes();
     std::set_new_handler(NoMemory);
     std::set_terminate(OnTerminate);
     const int status = Run(argc, argv);

@@ -17,6 +17,7 @@ QuietLibraries::QuietLibraries() {}
 QuietLibraries::~QuietLibraries() {}
 
 void WriteToStderr(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); }
+void WriteToStderrInHandler(std::string_view text) { WriteToStderr(text); }
 bool StderrIsTerminal() { return false; }
 
 #else
@@ -56,6 +57,10 @@ void WriteToStderr(std::string_view text) {
         if (written <= 0) return;  // nowhere left to say so
         text.remove_prefix(static_cast<std::size_t>(written));
     }
+}
+
+void WriteToStderrInHandler(std::string_view text) {
+    if (write(RealStderr(), text.data(), text.size()) < 0) return;  // nowhere left to say so
 }
 
 bool StderrIsTerminal() {

@@ -22,6 +22,9 @@ public:
 /// program while some thread reads or writes a picture.
 void WriteToStderr(std::string_view text);
 
+/// The same for a signal handler: once, and without waiting for other threads.
+void WriteToStderrInHandler(std::string_view text);
+
 /// True when that is a terminal on which a line can be overwritten.
 bool StderrIsTerminal();
 

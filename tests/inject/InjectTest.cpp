@@ -107,6 +107,14 @@ void InjectTest::ExpectAllOrNothing(const WritingCommand& command, const Outcome
     EXPECT_EQ(LinesOf(outcome.err), 1u) << outcome.err;
 }
 
+void InjectTest::ExpectTidyCrash(const WritingCommand& command, const Outcome& outcome,
+                                 const Words& before) const {
+    EXPECT_NE(outcome.err.find("zelfx: crashed (SIG"), std::string::npos) << outcome.err;
+    EXPECT_EQ(WorkListing(), before);
+    EXPECT_TRUE(std::ranges::equal(ReadFile(Work(command.output)), kOld))
+        << "the older file has changed";
+}
+
 /// A TIFF file may have its parts in another order, when one of them took two attempts.
 bool InjectTest::SamePicture(const std::string& output, const Bytes& expected) const {
     if (!output.ends_with(".tif")) return false;

@@ -55,6 +55,10 @@ protected:
     void ExpectAllOrNothing(const WritingCommand& command, const Outcome& outcome,
                             const Bytes& expected, const Words& before) const;
 
+    /// The program was ended by a signal, said so, and left file and folder as before.
+    void ExpectTidyCrash(const WritingCommand& command, const Outcome& outcome,
+                         const Words& before) const;
+
     Words WorkListing() const;
 
 private:

@@ -116,6 +116,7 @@ TEST_F(Misbehaving, ACrashWithoutAProcessOfItsOwnLeavesTheOldFile) {
         RunProgram({ZELFX_PROGRAM, "render", "in.png", "out.png", "-e", FileOf("CrashesInRender")},
                    {.folder = In("")});
     EXPECT_EQ(run.status, -SIGSEGV);
+    EXPECT_EQ(run.err, "zelfx: crashed (SIGSEGV); --isolate tells of an effect that does\n");
     EXPECT_EQ(ReadFile(In("out.png")), Bytes({'o', 'l', 'd'}));
     EXPECT_EQ(Listing(), before);
 }
