@@ -10,9 +10,9 @@
 
 namespace zel {
 
-/// What a DPX or OpenEXR file claims to hold and has no room for, as in "more user data
-/// than it has bytes"; null for a believable file and for one of another type. Says nothing
-/// of pixels. User data: SMPTE 268M; attributes: "OpenEXR File Layout".
+/// What a DPX or OpenEXR file claims to hold and cannot, as in "more user data than it has
+/// bytes"; null for a believable file and for one of another type. Says nothing of pixels. User
+/// data: SMPTE 268M; attributes: "OpenEXR File Layout".
 std::optional<std::string> FalseClaim(const std::filesystem::path& file);
 
 }  // namespace zel

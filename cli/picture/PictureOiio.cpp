@@ -147,7 +147,9 @@ void RequireBelievable(const fs::path& file, const OIIO::ImageSpec& spec) {
 /// Channels of the file that hold red, green, blue and alpha, by name where the names
 /// tell, else by position.
 std::array<int, 4> ColourChannels(const OIIO::ImageSpec& spec) {
-    const int alpha = spec.alpha_channel;
+    // That of a GIF file is said to be behind the last.
+    const int alpha =
+        spec.alpha_channel < spec.nchannels ? spec.alpha_channel : spec.channelindex("A");
     if (spec.nchannels < 3) {
         const int grey = alpha == 0 ? 1 : 0;
         return {grey, grey, grey, alpha};
@@ -156,6 +158,50 @@ std::array<int, 4> ColourChannels(const OIIO::ImageSpec& spec) {
                                spec.channelindex("B"), alpha};
     if (channel[0] < 0 || channel[1] < 0 || channel[2] < 0) channel = {0, 1, 2, alpha};
     return channel;
+}
+
+struct FirstBytes {
+    std::string_view bytes, type;
+};
+
+// clang-format off
+constexpr FirstBytes kFirstBytes[] = {
+    {"\x89PNG",          "png"},
+    {"\xFF\xD8\xFF",     "jpeg"},
+    {{"II*\0", 4},       "tiff"},
+    {{"MM\0*", 4},       "tiff"},
+    {"\x76\x2F\x31\x01", "openexr"},
+    {"SDPX",             "dpx"},
+    {"XPDS",             "dpx"},
+};
+// clang-format on
+
+/// Empty for another type.
+std::string TypeByFirstBytes(const fs::path& file) {
+    std::array<char, 4> begin{};
+    std::ifstream(file, std::ios::binary).read(begin.data(), begin.size());
+    for (const FirstBytes& known : kFirstBytes)
+        if (std::string_view(begin.data(), begin.size()).starts_with(known.bytes))
+            return std::string(known.type);
+    return {};
+}
+
+/// Opens a file of the type that its suffix tells, or else its first bytes. The library by
+/// itself would try every type that it knows, and some of its readers crash on what is no
+/// file of theirs.
+std::unique_ptr<OIIO::ImageInput> Open(const fs::path& file, const OIIO::ImageSpec& config) {
+    const std::string suffix = Lower(file.extension().string());
+    std::string why = "no reader for '" + suffix + "'";
+    for (const std::string& type :
+         {suffix.substr(suffix.empty() ? 0 : 1), TypeByFirstBytes(file)}) {
+        if (type.empty()) continue;
+        auto input = OIIO::ImageInput::create(type, false);
+        OIIO::ImageSpec spec;
+        if (input && input->open(file.string(), spec, config)) return input;
+        const std::string error = input ? input->geterror() : OIIO::geterror();
+        if (input) why = FirstLine(error);
+    }
+    FailToRead(file, "it is damaged or no picture of a known type (" + why + ")");
 }
 
 /// The library works in the thread that calls it: threads of its own make a picture no
@@ -188,10 +234,7 @@ PictureReader::PictureReader(const fs::path& file) : m_impl(std::make_unique<Imp
     const QuietLibraries quiet;
     OIIO::ImageSpec straight;
     straight["oiio:UnassociatedAlpha"] = 1;
-    m_impl->file = OIIO::ImageInput::open(file.string(), &straight);
-    if (!m_impl->file)
-        FailToRead(file, "it is damaged or no picture of a known type (" +
-                             FirstLine(OIIO::geterror()) + ")");
+    m_impl->file = Open(file, straight);
 
     const OIIO::ImageSpec& spec = m_impl->file->spec();
     if (spec.depth > 1) FailToRead(file, "it is a volume, not a picture");

@@ -301,6 +301,32 @@ TEST_F(RenderPixels, JpegInAndOut) {
     EXPECT_GT(std::abs(in[0] - out[0]) + std::abs(in[1] - out[1]) + std::abs(in[2] - out[2]), 30);
 }
 
+TEST_F(RenderPixels, OtherTypesAreRead) {
+    const auto in = Every8();
+    MakeWithMagick("in.png", 32, 8, in, {"-define", "png:color-type=2"});
+    for (const std::string type : {"gif", "bmp", "ppm", "sgi"}) {
+        SCOPED_TRACE(type);
+        Tool({"convert", "in.png", "in." + type});
+        Render("in." + type, type + ".png", VividOptions());
+        ExpectMapped8(in, ReadWithMagick<std::uint8_t>(type + ".png"));
+    }
+}
+
+TEST_F(RenderPixels, FirstBytesTellTheTypeWhereTheSuffixDoesNot) {
+    const auto in = Every8();
+    MakeWithMagick("in.png", 32, 8, in, {"-define", "png:color-type=2"});
+    MakeWithMagick("in.tif", 32, 8, in);
+    Tool({"oiiotool", "in.png", "-d", "uint8", "-o", "in.dpx"});
+    for (const std::string right : {"in.png", "in.tif", "in.dpx"})
+        for (const std::string wrong : {"named.jpg", "named.exr", "named.xyz", "named"}) {
+            SCOPED_TRACE(right + " as " + wrong);
+            fs::copy_file(In(right), In(wrong));
+            Render(wrong, "out.png", VividOptions());
+            ExpectMapped8(in, ReadWithMagick<std::uint8_t>("out.png"));
+            fs::remove(In(wrong));
+        }
+}
+
 TEST_F(RenderPixels, InputAndOutputMayBeOneFile) {
     const auto in = Every8();
     MakeWithMagick("in.png", 32, 8, in, {"-define", "png:color-type=2"});

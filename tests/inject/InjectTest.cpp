@@ -115,11 +115,13 @@ void InjectTest::ExpectTidyCrash(const WritingCommand& command, const Outcome& o
         << "the older file has changed";
 }
 
-/// A TIFF file may have its parts in another order, when one of them took two attempts.
+/// A TIFF file may have its parts in another order, when one of them took two attempts, and
+/// an OpenEXR file may lack an attribute that there was no memory for.
 bool InjectTest::SamePicture(const std::string& output, const Bytes& expected) const {
-    if (!output.ends_with(".tif")) return false;
-    WriteFile(In("expected.tif"), expected);
-    return Limited({"compare", "-metric", "AE", "../expected.tif", output, "null:"}).status == 0;
+    if (!output.ends_with(".tif") && !output.ends_with(".exr")) return false;
+    const std::string other = "expected" + output.substr(output.size() - 4);
+    WriteFile(In(other), expected);
+    return Limited({"oiiotool", "--fail", "0", "../" + other, output, "--diff"}).status == 0;
 }
 
 Words InjectTest::WorkListing() const {

@@ -124,6 +124,71 @@ TEST_F(Untrusted, AnExrFileThatClaimsALargeAttributeBehindAnOddOne) {
                   {"'bad.exr'", "an attribute of more bytes than it has"});
 }
 
+TEST_F(Untrusted, AnExrFileWithValuesOfOddLengths) {
+    using namespace std::string_literals;
+    const std::string begin = "\x76\x2F\x31\x01\x02\0\0\0name\0"s;
+    for (const std::string& attribute :
+         {"float\0\x05\0\0\0fiver"s, "box2i\0\0\0\0\0"s, "chlist\0\x03\0\0\0RRR"s,
+          "chlist\0\x14\0\0\0R\0sixteen of these.\0+"s, "chlist\0\0\0\0\0"s,
+          "preview\0\x08\0\0\0\x01\0\0\0\x01\0\0\0"s, "stringvector\0\x05\0\0\0\x02\0\0\0a"s}) {
+        Write("bad.exr", begin + attribute + std::string(64, '\0'));
+        ExpectRefused({"render", "bad.exr", "out.png", "-e", "color_balance"}, 3,
+                      {"'bad.exr'", "an attribute of other bytes than its type has"});
+    }
+}
+
+TEST_F(Untrusted, ExrFilesOfManyAttributesAndPartsAreBelieved) {
+    Tool({"oiiotool",
+          "in.png",
+          "--attrib:type=float",
+          "a",
+          "1",
+          "--attrib:type=int",
+          "b",
+          "2",
+          "--attrib:type=matrix",
+          "c",
+          "1,0,0,0,0,1,0,0,0,0,1,0,0,0,0,1",
+          "--attrib:type=timecode",
+          "smpte:TimeCode",
+          "01:02:03:04",
+          "--attrib:type=float[2]",
+          "d",
+          "1,2",
+          "--attrib:type=rational",
+          "e",
+          "30000/1001",
+          "--attrib:type=string[2]",
+          "f",
+          "g,h",
+          "--attrib:type=vector",
+          "i",
+          "1,2,3",
+          "--attrib:type=int[2]",
+          "j",
+          "5,6",
+          "--attrib:type=float[8]",
+          "chromaticities",
+          ".6,.3,.3,.6,.1,.1,.3,.3",
+          "-o",
+          "many.exr"});
+    Tool({"oiiotool", "in.png", "--attrib", "oiio:subimagename", "one", "in.png", "--attrib",
+          "oiio:subimagename", "two", "--siappend", "-o", "parts.exr"});
+    Tool({"oiiotool", "in.png", "--tile", "16", "16", "-o", "tiles.exr"});
+    for (const std::string name : {"many", "parts", "tiles"}) Render(name + ".exr", name + ".png");
+}
+
+// The library would try all of its readers, and one crashes on this.
+TEST_F(Untrusted, OnlyTheReaderOfTheTypeIsAsked) {
+    Bytes bytes = ReadFile(ZEL_SOURCE_ROOT "/fuzz/corpus/picture_fuzz/not_of_its_type.dpx");
+    bytes.erase(bytes.begin());  // the fuzzer's choice of a suffix
+    for (const std::string name : {"bad.dpx", "bad.png", "bad"}) {
+        WriteFile(In(name), bytes);
+        ExpectRefused({"render", name, "out.png", "-e", "color_balance"}, 3,
+                      {"'" + name + "'", "damaged or no picture of a known type"});
+    }
+}
+
 TEST_F(Untrusted, PicturesThatClaimNothing) {
     Render("in.png", "whole.dpx");
     for (const std::ptrdiff_t offset : {772, 776}) {  // width and height
