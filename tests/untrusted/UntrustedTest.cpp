@@ -93,7 +93,7 @@ TEST_F(Untrusted, AnExrFileThatClaimsALargeAttribute) {
     const long usual = Render("good.exr", "usual.png").peakKiB;
     Bytes bytes = ReadFile(In("good.exr"));
     const std::string attribute = "owner\0string\0"s + "\x08\0\0\0"s + "somebody";
-    const auto at = std::ranges::search(bytes, attribute).begin();
+    const auto at = std::search(bytes.begin(), bytes.end(), attribute.begin(), attribute.end());
     ASSERT_NE(at, bytes.end());
     const std::uint32_t left = static_cast<std::uint32_t>(bytes.end() - at) - 17;
     for (const std::uint32_t claimed : {left + 1, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
