@@ -61,16 +61,12 @@ CliTest::~CliTest() {
 }
 
 Outcome CliTest::Zelfx(const Words& arguments, RunOptions options) const {
-    Words command{ZELFX_PROGRAM};
-    command.insert(command.end(), arguments.begin(), arguments.end());
     if (options.folder.empty()) options.folder = m_folder;
-    return RunProgram(command, options);
+    return RunProgram(Words{ZELFX_PROGRAM} + arguments, options);
 }
 
 Outcome CliTest::Render(const std::string& in, const std::string& out, const Words& more) const {
-    Words arguments{"render", in, out, "--effect", "color_balance"};
-    arguments.insert(arguments.end(), more.begin(), more.end());
-    Outcome outcome = Zelfx(arguments);
+    Outcome outcome = Zelfx(Words{"render", in, out, "--effect", "color_balance"} + more);
     EXPECT_EQ(outcome.status, 0) << in << " to " << out << ": " << outcome.err;
     return outcome;
 }
@@ -102,18 +98,10 @@ Outcome CliTest::Tool(const Words& command) const {
 
 void CliTest::Magick(const std::string& file, int width, int height, int bits, bool alpha,
                      const Words& more) const {
-    Words command{"convert",
-                  "-size",
-                  std::to_string(width) + "x" + std::to_string(height),
-                  "-depth",
-                  std::to_string(bits),
-                  "-endian",
-                  "LSB",
-                  alpha ? "rgba:made.raw" : "rgb:made.raw",
-                  "-strip"};
-    command.insert(command.end(), more.begin(), more.end());
-    command.push_back(file);
-    Tool(command);
+    const std::string size = std::to_string(width) + "x" + std::to_string(height);
+    Tool(Words{"convert", "-size", size, "-depth", std::to_string(bits), "-endian", "LSB",
+               alpha ? "rgba:made.raw" : "rgb:made.raw", "-strip"} +
+         more + Words{file});
     fs::remove(In("made.raw"));
 }
 

@@ -17,7 +17,6 @@
 namespace zel::test {
 
 namespace fs = std::filesystem;
-using Words = std::vector<std::string>;
 using Bytes = std::vector<unsigned char>;
 
 Bytes ReadFile(const fs::path& file);

@@ -40,9 +40,7 @@ struct Info {
 class CpuLevel : public CliTest {
 protected:
     Info InfoWith(const Words& options, const RunOptions& run = {}) const {
-        Words arguments{"info"};
-        arguments.insert(arguments.end(), options.begin(), options.end());
-        const Outcome outcome = Zelfx(arguments, run);
+        const Outcome outcome = Zelfx(Words{"info"} + options, run);
         EXPECT_EQ(outcome.status, 0) << outcome.err;
         EXPECT_EQ(outcome.err, "");
         return Info(outcome.out);
@@ -103,9 +101,8 @@ TEST_F(CpuLevel, EveryLevelRendersAndConvertsTheSame) {
             EXPECT_TRUE(isFirst || scalar->second == ReadFile(In(file))) << file;
         };
         for (const std::string format : {"BGRA8", "BGRAFloat"}) {
-            Words options = VividOptions();
-            options.insert(options.end(), {"--cpu", level, "--format", format, "--depth", "16"});
-            Render("in.png", format + ".png", options);
+            Render("in.png", format + ".png",
+                   VividOptions() + Words{"--cpu", level, "--format", format, "--depth", "16"});
             expectSame(format + ".png");
         }
         for (const std::string layout : {"v210", "DpxBE"}) {
@@ -134,9 +131,8 @@ TEST_F(CpuLevel, OthersAreRefused) {
 // An emulated processor of 2008: SSE4.2, and nothing of AVX.
 TEST_F(CpuLevel, LevelsThatTheProcessorLacks) {
     const auto onOldProcessor = [](const Words& arguments) {
-        Words command{"qemu-x86_64", "-cpu", "Nehalem", ZELFX_PROGRAM};
-        command.insert(command.end(), arguments.begin(), arguments.end());
-        return RunProgram(command, {.environment = {{"ZELFX_CPU", ""}}});
+        return RunProgram(Words{"qemu-x86_64", "-cpu", "Nehalem", ZELFX_PROGRAM} + arguments,
+                          {.environment = {{"ZELFX_CPU", ""}}});
     };
     if (RunProgram({"sh", "-c", "command -v qemu-x86_64"}).status != 0)
         GTEST_SKIP() << "needs qemu-x86_64, of Debian's qemu-user";

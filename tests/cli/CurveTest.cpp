@@ -14,10 +14,7 @@ class CurveVerb : public CliTest {
 protected:
     /// Rows "code, red, green, blue" of a .csv that zelfx wrote.
     std::vector<std::array<double, 4>> Csv(const Words& arguments) {
-        Words all{"curve"};
-        all.insert(all.end(), arguments.begin(), arguments.end());
-        all.insert(all.end(), {"-o", "curve.csv"});
-        const Outcome run = Zelfx(all);
+        const Outcome run = Zelfx(Words{"curve"} + arguments + Words{"-o", "curve.csv"});
         EXPECT_EQ(run.status, 0) << run.err;
         const Bytes bytes = ReadFile(In("curve.csv"));
         std::istringstream lines(std::string(bytes.begin(), bytes.end()));
@@ -75,9 +72,7 @@ TEST_F(CurveVerb, NeutralGammaIsNeutralBalance) {
 
 TEST_F(CurveVerb, LogReferences) {
     for (const Words& options : {Words{}, Words{"--log-to-linear"}, Words{"-s", "0=off"}}) {
-        Words arguments{"log_linear_conversion", "--exact"};
-        arguments.insert(arguments.end(), options.begin(), options.end());
-        const auto rows = Csv(arguments);
+        const auto rows = Csv(Words{"log_linear_conversion", "--exact"} + options);
         EXPECT_EQ(rows[95][1], 0);
         EXPECT_EQ(rows[0][1], 0);
         EXPECT_NEAR(rows[685][1], 1023, 1);

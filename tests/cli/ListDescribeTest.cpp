@@ -179,9 +179,7 @@ TEST_F(ListDescribe, ABrokenModuleHidesNoOther) {
 TEST_F(ListDescribe, WithoutModulesTheFoldersAreNamed) {
     fs::copy_file(ZELFX_PROGRAM, In("zelfx"));
     for (const Words& arguments : {Words{"list"}, Words{"describe", "color_balance"}}) {
-        Words command{In("zelfx").string()};
-        command.insert(command.end(), arguments.begin(), arguments.end());
-        const Outcome run = RunProgram(command);
+        const Outcome run = RunProgram(Words{In("zelfx").string()} + arguments);
         EXPECT_EQ(run.status, 4);
         EXPECT_EQ(run.out, "");
         EXPECT_EQ(LinesOf(run.err), 1u) << run.err;

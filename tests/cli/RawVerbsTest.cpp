@@ -99,9 +99,7 @@ TEST_F(RawVerbs, PaddedRows) {
 TEST_F(RawVerbs, ConvertRefusals) {
     WriteFile(In("in.bgra"), Colours());
     const auto refused = [&](const Words& more, int status, const Words& texts) {
-        Words arguments{"convert", "in.bgra", "out"};
-        arguments.insert(arguments.end(), more.begin(), more.end());
-        ExpectRefused(arguments, status, texts);
+        ExpectRefused(Words{"convert", "in.bgra", "out"} + more, status, texts);
     };
     refused({"--from", "BGRA8", "--to", "RGB8", "--size", "49x8"}, 3,
             {"'in.bgra'", "breaks off", "1536", "1568"});

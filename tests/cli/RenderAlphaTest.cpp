@@ -13,11 +13,7 @@ class RenderAlpha : public CliTest {
 protected:
     const std::array<Curve, 3> curves = CurvesOf(kVivid);
 
-    Words Vivid(const Words& more) const {
-        Words options = VividOptions();
-        options.insert(options.end(), more.begin(), more.end());
-        return options;
-    }
+    Words Vivid(const Words& more) const { return VividOptions() + more; }
 };
 
 /// R, G, B, A with every alpha, fully clear pixels with colours among them.
@@ -54,9 +50,7 @@ TEST_F(RenderAlpha, TheModulesAlphaOf16BitsLosesItsSixLowBits) {
     const auto in = WithAlpha<std::uint16_t>();
     MakeWithMagick("in.png", 32, 32, in);
     for (const Words& host : {Words{}, Words{"--host", "ae"}}) {
-        Words options = Vivid({"--alpha", "module"});
-        options.insert(options.end(), host.begin(), host.end());
-        Render("in.png", "out.png", options);
+        Render("in.png", "out.png", Vivid({"--alpha", "module"}) + host);
         const auto out = ReadWithMagick<std::uint16_t>("out.png", true);
         for (std::size_t i = 3; i < in.size(); i += 4) ASSERT_EQ(out[i], in[i] & 0xFFC0) << i;
     }

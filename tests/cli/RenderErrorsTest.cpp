@@ -27,9 +27,7 @@ protected:
     void ExpectOptionsRefused(const Words& options, int status, const Words& texts) {
         const Bytes before(100, 'x');
         WriteFile(In("before.png"), before);
-        Words arguments{"render", "good.png", "before.png"};
-        arguments.insert(arguments.end(), options.begin(), options.end());
-        ExpectRefused(arguments, status, texts);
+        ExpectRefused(Words{"render", "good.png", "before.png"} + options, status, texts);
         EXPECT_EQ(ReadFile(In("before.png")), before);
     }
     void ExpectValueRefused(const std::string& assignment, const Words& texts) {

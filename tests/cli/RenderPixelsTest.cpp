@@ -179,10 +179,7 @@ TEST_F(FloatPixels, FloatTiffAlsoTiled) {
     const auto in = Planes();
     MakeExr("in.exr", kWidth, kHeight, in, "float");
     for (const Words& layout : {Words{}, Words{"--tile", "32", "16"}}) {
-        Words command{"oiiotool", "in.exr"};
-        command.insert(command.end(), layout.begin(), layout.end());
-        command.insert(command.end(), {"-d", "float", "-o", "in.tif"});
-        Tool(command);
+        Tool(Words{"oiiotool", "in.exr"} + layout + Words{"-d", "float", "-o", "in.tif"});
         Render("in.tif", "out.tif", VividOptions());
         Tool({"oiiotool", "out.tif", "-d", "float", "-o", "back.exr"});
         ExpectMapped(in, "back.exr");

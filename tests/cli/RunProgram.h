@@ -10,6 +10,14 @@
 
 namespace zel::test {
 
+/// A command line, or part of one.
+using Words = std::vector<std::string>;
+
+inline Words operator+(Words words, const Words& more) {
+    words.insert(words.end(), more.begin(), more.end());
+    return words;
+}
+
 struct Outcome {
     int status;            // exit status; -signal when a signal ended the program
     std::string out, err;  // what it printed, each on its own
@@ -26,8 +34,7 @@ struct RunOptions {
 class RunningProgram {
 public:
     /// Starts it, found through PATH unless its name has a folder.
-    explicit RunningProgram(const std::vector<std::string>& command,
-                            const RunOptions& options = {});
+    explicit RunningProgram(const Words& command, const RunOptions& options = {});
     ~RunningProgram();
     RunningProgram(const RunningProgram&) = delete;
     RunningProgram& operator=(const RunningProgram&) = delete;
@@ -45,6 +52,6 @@ private:
 
 /// Runs a program, found through PATH unless its name has a folder. Throws
 /// std::runtime_error when it cannot be started.
-Outcome RunProgram(const std::vector<std::string>& command, const RunOptions& options = {});
+Outcome RunProgram(const Words& command, const RunOptions& options = {});
 
 }  // namespace zel::test

@@ -51,10 +51,8 @@ InjectTest::InjectTest() {
 }
 
 Outcome InjectTest::Limited(const Words& command, RunOptions options) const {
-    Words limited{"timeout", "-s", "KILL", "120"};
-    limited.insert(limited.end(), command.begin(), command.end());
     options.folder = Work();
-    return RunProgram(limited, options);
+    return RunProgram(Words{"timeout", "-s", "KILL", "120"} + command, options);
 }
 
 InjectTest::FaultyRun InjectTest::Faulty(const Words& arguments, FaultyCall call, const char* error,

@@ -9,11 +9,6 @@
 
 namespace zel::test {
 
-Words operator+(Words a, const Words& b) {
-    a.insert(a.end(), b.begin(), b.end());
-    return a;
-}
-
 Outcome LooksTest::Zelfx(const Words& arguments, RunOptions options) const {
     if (options.folder.empty()) options.folder = folder / "";
     return RunProgram(Words{ZELFX_PROGRAM} + arguments, options);

@@ -16,7 +16,6 @@
 
 namespace zel::test {
 
-using Words = std::vector<std::string>;
 using Samples = std::vector<std::uint16_t>;
 
 inline const std::string kPhotograph = ZEL_SOURCE_ROOT "/samples/coffee.png";
@@ -26,8 +25,6 @@ constexpr const char* kEffects[] = {"color_balance", "brightness_contrast_pivot"
 
 /// Codes of a ramp of all codes behind a look: [channel][input code].
 using Codes = std::array<std::array<int, 1024>, 3>;
-
-Words operator+(Words a, const Words& b);
 
 class LooksTest : public testing::Test {
 protected:

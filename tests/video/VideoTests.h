@@ -10,11 +10,6 @@
 
 namespace zel::test {
 
-inline Words operator+(Words words, const Words& more) {
-    words.insert(words.end(), more.begin(), more.end());
-    return words;
-}
-
 class VideoTest : public CliTest {
 protected:
     /// ffmpeg with these arguments, quietly, in the folder.

@@ -32,10 +32,7 @@ void FramesTest::MakeEqualFrames(int count, const std::string& size) const {
 }
 
 Words FramesTest::Command(const std::string& in, const std::string& out, const Words& more) const {
-    Words words{"render", in, out, "-e", "color_balance"};
-    for (const Words& added : {VividOptions(), more})
-        words.insert(words.end(), added.begin(), added.end());
-    return words;
+    return Words{"render", in, out, "-e", "color_balance"} + VividOptions() + more;
 }
 
 Outcome FramesTest::RenderFrames(const std::string& in, const std::string& out,

@@ -24,8 +24,7 @@ protected:
         int terminal = -1;
         const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
         if (child == 0) {
-            Words words{ZELFX_PROGRAM};
-            words.insert(words.end(), arguments.begin(), arguments.end());
+            Words words = Words{ZELFX_PROGRAM} + arguments;
             std::vector<char*> pointers;
             for (std::string& word : words) pointers.push_back(word.data());
             pointers.push_back(nullptr);
