@@ -1,5 +1,6 @@
 /// zelfx pattern: the image library's test patterns.
 
+#include "cli/CpuLevel.h"
 #include "cli/Words.h"
 #include "cli/picture/Picture.h"
 #include "cli/raw/RawLayouts.h"
@@ -22,6 +23,7 @@ constexpr Option kOptions[] = {
     {"--size",      "WxH",    "pixels of the frame",                            Option::Required},
     {"--layout",    "LAYOUT", "BGRA8 (default), or for raw files RGB10, DpxLE, DpxBE, YUYV8, UYVY8", Option::Optional, LayoutWords},
     {"--row-bytes", "N",      "of a raw file, from row to row (default: no padding)"},
+    kCpuOption,
 };
 // clang-format on
 
@@ -46,7 +48,7 @@ int Run(const Arguments& arguments) {
         throw Error(ErrorKind::Usage, "the library has no test pattern for " +
                                           std::string(layout.name) +
                                           "; it has BGRA8, RGB10, DpxLE, DpxBE, YUYV8 and UYVY8");
-    IpInitialize();
+    ChooseCpuLevel(arguments);
     if (IsPictureName(out)) {
         if (layout.name != "BGRA8")
             throw Error(ErrorKind::Usage, "a picture file takes the BGRA8 pattern; " +

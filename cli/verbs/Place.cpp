@@ -1,5 +1,6 @@
 /// zelfx place: crop, offset and flip a picture with the image library's transforms.
 
+#include "cli/CpuLevel.h"
 #include "cli/RenderPicture.h"
 #include "cli/raw/RawLayouts.h"
 #include "cli/verbs/Verbs.h"
@@ -23,6 +24,7 @@ constexpr Option kOptions[] = {
     {"--crop",    "L,T,R,B",  "take away at the left, top, right and bottom"},
     {"--flip",    nullptr,    "turn the picture upside down"},
     {"--percent", nullptr,    "offsets and crops are percentages of IN's width or height"},
+    kCpuOption,
 };
 // clang-format on
 
@@ -59,6 +61,7 @@ int Run(const Arguments& arguments) {
     const auto crop = NumbersOption(arguments, "crop", 4, "four numbers, L,T,R,B");
     const std::string out = *arguments.Last("OUT");
 
+    ChooseCpuLevel(arguments);
     PictureReader reader(*arguments.Last("IN"));
     const PictureHeader& header = reader.Header();
     const auto given = arguments.Last("size");
@@ -67,7 +70,6 @@ int Run(const Arguments& arguments) {
     Frame source(format, header.width, header.height), destination(format, size.width, size.height);
     reader.Read(source);
 
-    IpInitialize();
     IpTransformArg arg{
         .dstBase = destination.Row(0),
         .dstRowBytes = destination.RowBytes(),

@@ -85,7 +85,7 @@ TEST_F(CpuLevel, TheOptionOutranksTheVariable) {
     EXPECT_EQ(info.chosen.at("lut 16"), "portable");
 }
 
-TEST_F(CpuLevel, EveryLevelRendersAndConvertsTheSame) {
+TEST_F(CpuLevel, EveryLevelMakesTheSame) {
     std::vector<std::uint16_t> noise;
     for (std::uint32_t i = 0, v = 1; i < 70 * 30 * 3; ++i) {
         v = v * 1664525 + 1013904223;
@@ -111,6 +111,14 @@ TEST_F(CpuLevel, EveryLevelRendersAndConvertsTheSame) {
             EXPECT_EQ(run.status, 0) << run.err;
             expectSame("out." + layout);
         }
+        const auto draws = [&](const Words& command, const std::string& file) {
+            const Outcome run = Zelfx(command + Words{"--cpu", level});
+            EXPECT_EQ(run.status, 0) << run.err;
+            expectSame(file);
+        };
+        draws({"pattern", "pattern.dpxbe", "--size", "70x45", "--layout", "DpxBE"},
+              "pattern.dpxbe");
+        draws({"place", "in.png", "placed.png", "--offset", "12,-4", "--flip"}, "placed.png");
     }
 }
 
@@ -123,8 +131,11 @@ TEST_F(CpuLevel, OthersAreRefused) {
         ExpectRefused({"info"}, 2, {"ZELFX_CPU cannot be '" + level + "': " + takes},
                       {.environment = {{"ZELFX_CPU", level}}});
     }
-    ExpectRefused({"render", "in.png", "out.png", "-e", "color_balance", "--cpu", "mmx"}, 2,
-                  {"--cpu cannot be 'mmx': " + takes});
+    for (const Words& command :
+         {Words{"render", "in.png", "out.png", "-e", "color_balance"},
+          Words{"convert", "in.raw", "out.raw", "--from", "BGRA8", "--to", "v210", "--size", "6x1"},
+          Words{"pattern", "out.png", "--size", "6x1"}, Words{"place", "in.png", "out.png"}})
+        ExpectRefused(command + Words{"--cpu", "mmx"}, 2, {"--cpu cannot be 'mmx': " + takes});
 }
 
 #if defined(__x86_64__) && !defined(ZEL_SANITIZED)
