@@ -32,8 +32,9 @@ for ((kill = 1; kill <= kills; kill++)); do
   touch started
   "$zelfx" render in out "${look[@]}" --jobs 2 --quiet --skip-existing &
   pid=$!
-  # From its first file on; starting a program takes longest on a busy machine.
-  while [ "$(find out -type f -newer started | wc -l)" = 0 ] && kill -0 $pid 2>/dev/null; do
+  # From its first file on; starting a program takes longest on a busy machine. Files get
+  # their names, or go, while they are looked for.
+  while [ "$(find out -type f -newer started 2>/dev/null | wc -l)" = 0 ] && kill -0 $pid 2>/dev/null; do
     sleep 0.01
   done
   sleep "0.$(printf %03d $((RANDOM % 500)))"
