@@ -12,7 +12,7 @@ log=$(mktemp)
 room=$(mktemp -d "$cache/zelfx-check-XXXXXX")
 
 leave() {
-  mountpoint -q "$room/root/proc" && umount "$room/root/proc"
+  mountpoint -q "$room/system/proc" && umount "$room/system/proc"
   rm -rf --one-file-system "$room" "$log"
 }
 trap leave EXIT
@@ -65,16 +65,16 @@ if [ ! -f "$bare" ]; then
   quietly debootstrap --variant=minbase --make-tarball="$bare" bookworm "$room/download"
 fi
 echo "install: on a bare system, without what is only recommended"
-quietly debootstrap --variant=minbase --unpack-tarball="$bare" bookworm "$room/root"
-mount -t proc proc "$room/root/proc"
-cp "$package" "$room/root/zelfx.deb"
-inside() { chroot "$room/root" env -i PATH=/usr/sbin:/usr/bin LC_ALL=C.UTF-8 "$@"; }
+quietly debootstrap --variant=minbase --unpack-tarball="$bare" bookworm "$room/system"
+mount -t proc proc "$room/system/proc"
+cp "$package" "$room/system/zelfx.deb"
+inside() { chroot "$room/system" env -i PATH=/usr/sbin:/usr/bin LC_ALL=C.UTF-8 "$@"; }
 quietly inside sh -c 'apt-get update -qq && DEBIAN_FRONTEND=noninteractive \
   apt-get install -y -qq --no-install-recommends /zelfx.deb'
 
 echo "run: as an ordinary user, anywhere"
 inside useradd -m grader
-cat >"$room/root/try.sh" <<'TRY'
+cat >"$room/system/try.sh" <<'TRY'
 set -eu
 cd
 photo=/usr/share/doc/zelfx/samples/coffee.png
@@ -97,7 +97,7 @@ zcat /usr/share/man/man1/zelfx.1.gz | grep -q '^\.TH ZELFX 1'
 bash -c 'source /usr/share/bash-completion/completions/zelfx; complete -p zelfx' >/dev/null
 TRY
 quietly inside su grader -c 'sh /try.sh'
-cp "$room/root/home/grader/again.png" "$room/again.png"
+cp "$room/system/home/grader/again.png" "$room/again.png"
 build/package/zelfx render samples/coffee.png "$room/here.png" -e color_balance \
   -s midtones.blue=30 --quiet
 cmp "$room/here.png" "$room/again.png" || fail "the picture differs from one rendered here"
