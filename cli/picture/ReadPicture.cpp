@@ -1,3 +1,5 @@
+/// Reading picture files through OpenImageIO.
+
 #include "cli/picture/Claims.h"
 #include "cli/picture/Oiio.h"
 #include "cli/picture/Picture.h"

@@ -1,3 +1,5 @@
+/// Writing picture files through OpenImageIO.
+
 #include "cli/picture/Oiio.h"
 #include "cli/picture/Picture.h"
 #include "cli/picture/Pixels.h"
