@@ -34,7 +34,8 @@ for ((kill = 1; kill <= kills; kill++)); do
   pid=$!
   # From its first file on; starting a program takes longest on a busy machine. Files get
   # their names, or go, while they are looked for.
-  while [ "$(find out -type f -newer started 2>/dev/null | wc -l)" = 0 ] && kill -0 $pid 2>/dev/null; do
+  while [ "$(find out -type f -newer started 2>/dev/null | wc -l)" = 0 ] &&
+    kill -0 $pid 2>/dev/null; do
     sleep 0.01
   done
   sleep "0.$(printf %03d $((RANDOM % 500)))"

@@ -3,6 +3,7 @@
 #include "headless/Text.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace zel {
 
